@@ -1,0 +1,17 @@
+#pragma once
+
+/// @file
+/// All of the framework.
+
+#include "nkfw/Archive.h"
+#include "nkfw/BStr.h"
+#include "nkfw/Clock.h"
+#include "nkfw/Cp1252.h"
+#include "nkfw/Exception.h"
+#include "nkfw/File.h"
+#include "nkfw/Memory.h"
+#include "nkfw/Module.h"
+#include "nkfw/Object.h"
+#include "nkfw/Recordset.h"
+#include "nkfw/String.h"
+#include "nkfw/Types.h"
