@@ -1,0 +1,14 @@
+#pragma once
+
+/// @file
+/// All value classes and the framework types that their interface uses.
+
+#include "nkdt/NkDtBasis.h"
+#include "nkdt/NkDtExcep.h"
+#include "nkdt/NkDtLong.h"
+#include "nkdt/NkDtShort.h"
+#include "nkdt/NkDtString.h"
+#include "nkdt/NkDtTypes.h"
+#include "nkdt/NkDtUtil.h"
+#include "nkfo/NkFormat.h"
+#include "nkfw/Framework.h"

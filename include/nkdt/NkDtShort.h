@@ -1,0 +1,87 @@
+#pragma once
+
+/// @file
+/// The nullable 16-bit whole number, -32768 to 32767.
+///
+/// @code
+/// NkDtShort nStueck(200);
+/// nStueck += 50;                   // 250
+/// nStueck = nStueck * nStueck;     // raises error 8, nStueck stays 250
+/// NkDtLong nFlaeche = NkDtLong(nStueck) * nStueck;   // 62500
+/// @endcode
+///
+/// Operators, comparisons and conversions: see nkdt::WholeNumber. An `int` operand takes part with all its 32
+/// bits, only the result is checked. Beside an NkDtLong, a short is a long.
+
+#include "nkdt/NkDtLong.h"
+#include "nkdt/WholeNumber.h"
+
+class NkDtShort_Imp;
+
+template <>
+struct nkdt::WholeNumberTraits<NkDtShort> {
+    using Imp = NkDtShort_Imp;
+    using Value = SHORT;
+    using Native = short;
+    using Field = int;
+};
+
+extern template class nkdt::Record<NkDtShort_Imp>;
+extern template class nkdt::WholeNumber<NkDtShort>;
+
+class NKDT_API NkDtShort : public nkdt::WholeNumber<NkDtShort> {
+  public:
+    /// Undefined with value 0 in that mode (3: the default); defined in mode 2.
+    NkDtShort(NkDtWorkingMode eMode = NkDtWmDefault);
+    NkDtShort(short n);
+    /// Error 8 "Wert außerhalb des Wertebereichs" when the number does not fit.
+    NkDtShort(INT n);
+    template <class W, nkdt::IfOtherWhole<W, short, INT> = 0>
+    NkDtShort(W n) : NkDtShort(Operand(n)) {}
+    template <class T, nkdt::If<nkdt::isNoWholeOperand<T> && !std::is_same_v<T, NkDtWorkingMode>> = 0>
+    NkDtShort(const T&) = delete;
+    /// Reads a whole number as NkDtLong does, but with a separator only the first 6 bytes count. Errors 5
+    /// and 8.
+    NkDtShort(LPCTSTR psz);
+    /// The base state of @p r; its value, 0 when undefined. Error 8 when it does not fit.
+    NkDtShort(const NkDtLong& r);
+    /// The base state of @p r; its text read as above, 0 when undefined.
+    NkDtShort(const NkDtString& r);
+    NkDtShort(const NkDtShort& r);
+    NkDtShort(NkDtShort&& r) noexcept = default;
+    ~NkDtShort() override;
+
+    static const CRuntimeClass* GetThisClass() noexcept;
+    static CObject* CreateObject();
+    const CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
+    NkDtShort* NewObject() const override;
+
+    using WholeNumber::operator=;
+    /// Copies the value (modified if it differs) and the definedness; mode and format stay.
+    NkDtShort& operator=(const NkDtShort& r);
+    NkDtShort& operator=(NkDtShort&& r) {
+        MoveFrom(r);
+        return *this;
+    }
+
+    friend NkDtLong operator+(const NkDtLong& a, const NkDtShort& b) { return a + NkDtLong(b); }
+    friend NkDtLong operator-(const NkDtLong& a, const NkDtShort& b) { return a - NkDtLong(b); }
+    friend NkDtLong operator*(const NkDtLong& a, const NkDtShort& b) { return a * NkDtLong(b); }
+    friend NkDtLong operator/(const NkDtLong& a, const NkDtShort& b) { return a / NkDtLong(b); }
+    friend NkDtLong operator+(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) + b; }
+    friend NkDtLong operator-(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) - b; }
+    friend NkDtLong operator*(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) * b; }
+    friend NkDtLong operator/(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) / b; }
+    friend BOOL operator==(const NkDtLong& a, const NkDtShort& b) { return a == NkDtLong(b); }
+    friend BOOL operator!=(const NkDtLong& a, const NkDtShort& b) { return a != NkDtLong(b); }
+    friend BOOL operator<(const NkDtLong& a, const NkDtShort& b) { return a < NkDtLong(b); }
+    friend BOOL operator>(const NkDtLong& a, const NkDtShort& b) { return a > NkDtLong(b); }
+    friend BOOL operator<=(const NkDtLong& a, const NkDtShort& b) { return a <= NkDtLong(b); }
+    friend BOOL operator>=(const NkDtLong& a, const NkDtShort& b) { return a >= NkDtLong(b); }
+    friend BOOL operator==(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) == b; }
+    friend BOOL operator!=(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) != b; }
+    friend BOOL operator<(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) < b; }
+    friend BOOL operator>(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) > b; }
+    friend BOOL operator<=(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) <= b; }
+    friend BOOL operator>=(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) >= b; }
+};

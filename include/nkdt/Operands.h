@@ -1,0 +1,87 @@
+#pragma once
+
+/// @file
+/// Which plain types may stand beside a value in an expression.
+///
+/// The language would turn a 2.5 into 2, a working mode into 1 and a character into its code before an
+/// operator sees it. The value classes therefore take other types by templates that are constrained to exact
+/// types, and delete the rest.
+
+#include <cstddef>
+#include <limits>
+#include <type_traits>
+
+#include "nkdt/NkDtTypes.h"
+
+class CString;
+
+namespace nkdt {
+
+template <class T, class... Types>
+inline constexpr bool isOneOf = (std::is_same_v<T, Types> || ...);
+
+template <class T>
+inline constexpr bool isCharacter = isOneOf<T, char, wchar_t, char16_t, char32_t
+#if defined(__cpp_char8_t)
+                                            ,
+                                            char8_t
+#endif
+                                            >;
+
+/// The whole types: every integer type but truth values and characters.
+template <class T>
+inline constexpr bool isWhole = std::is_integral_v<T> && !std::is_same_v<T, bool> && !isCharacter<T>;
+
+/// Value classes that have a text form of their own beside the text classes.
+template <class T>
+inline constexpr bool isNumberValue =
+    isOneOf<T, NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtDateTime, NkDtDateZp, NkDtTime>;
+
+/// What never stands beside a whole number: its value would be narrowed or misread.
+template <class T>
+inline constexpr bool isNoWholeOperand =
+    std::is_floating_point_v<T> || std::is_same_v<T, bool> || isCharacter<T> ||
+    isOneOf<T, std::nullptr_t, NkDtWorkingMode, NkDtBool, NkDtChar>;
+
+/// The text types.
+template <class T>
+inline constexpr bool isText = isOneOf<T, NkDtString, CString>;
+
+/// What never stands beside a text, a character excepted.
+template <class T>
+inline constexpr bool isNoTextOperand = (std::is_arithmetic_v<T> && !std::is_same_v<T, TCHAR>) ||
+                                        std::is_enum_v<T> || std::is_same_v<T, std::nullptr_t>;
+
+/// What no text is built from: fractions, truth values, wide characters, nothing.
+template <class T>
+inline constexpr bool isNoTextSource = std::is_floating_point_v<T> || isOneOf<T, bool, std::nullptr_t> ||
+                                       (isCharacter<T> && !std::is_same_v<T, TCHAR>);
+
+template <bool condition>
+using If = std::enable_if_t<condition, int>;
+/// As the type of a result, for friends, whose templates cannot have default arguments.
+template <bool condition, class Result>
+using ResultIf = std::enable_if_t<condition, Result>;
+/// A whole type that has no overload of its own.
+template <class T, class... Stated>
+using IfOtherWhole = If<isWhole<T> && !isOneOf<T, Stated...>>;
+
+/// TRUE if @p n is a value of the whole type To.
+template <class To, class From>
+constexpr bool fits(From n) noexcept {
+    if constexpr (std::is_signed_v<From>) {
+        const auto wide = static_cast<LONGLONG>(n);
+        return wide >= LONGLONG{std::numeric_limits<To>::min()} &&
+               wide <= LONGLONG{std::numeric_limits<To>::max()};
+    } else {
+        return static_cast<ULONGLONG>(n) <= static_cast<ULONGLONG>(std::numeric_limits<To>::max());
+    }
+}
+
+/// The number in 64 bits; one beyond them becomes the largest, which compares alike with every 32-bit value.
+template <class From>
+constexpr LONGLONG to64(From n) noexcept {
+    return fits<LONGLONG>(n) ? static_cast<LONGLONG>(n) : std::numeric_limits<LONGLONG>::max();
+}
+
+}  // namespace nkdt

@@ -1,0 +1,19 @@
+#include "DefaultFormats.h"
+
+namespace nkdt::defaultFormat {
+
+namespace {
+
+/// A whole number of at most @p digits characters: no separators, "-" in front, no filling.
+NkFormat wholeNumber(ULONG digits) {
+    return NkFormat(digits, 0, FormatDezimalTrennerOhne, FormatTausenderTrennerOhne, FormatVorzeichenVorn,
+                    FormatVorzeichenNurMinus, 0, '0', 0, '0');
+}
+
+}  // namespace
+
+const NkFormat text(0, kulNkFoValidAll, FormatAuffuellenNicht, ' ');
+const NkFormat longNumber = wholeNumber(11);
+const NkFormat shortNumber = wholeNumber(6);
+
+}  // namespace nkdt::defaultFormat

@@ -1,0 +1,15 @@
+#pragma once
+
+/// @file
+/// The formats that values are shown in when neither the caller nor the object gives one; they live as long
+/// as the library.
+
+#include "nkfo/NkFormat.h"
+
+namespace nkdt::defaultFormat {
+
+extern const NkFormat text;
+extern const NkFormat longNumber;
+extern const NkFormat shortNumber;
+
+}  // namespace nkdt::defaultFormat

@@ -1,0 +1,78 @@
+#pragma once
+
+/// @file
+/// The value record of a text: its buffer and the rules of its growth.
+
+#include <cstddef>
+#include <string_view>
+
+#include "nkfw/Types.h"
+
+/// A zero-terminated text with a length, an allocated length and the position of the last search's hit. The
+/// buffer is owned when the allocated length is not 0; else it is the shared empty text, which is never
+/// written to and never freed.
+///
+/// When memory is exhausted, the operations give up the old buffer, leave the shared empty text and call
+/// NkEhNorvaneNewHandler().
+class NkDtString_Imp {
+  public:
+    /// The longest text.
+    static constexpr INT maxLength = 2147483646;
+    static constexpr INT notFound = -1;
+
+    NkDtString_Imp() noexcept = default;
+    /// The first @p nLen characters with room for @p nAlloc, as NkDtString's constructor describes it.
+    NkDtString_Imp(LPCTSTR pszText, INT nLen, INT nAlloc);
+    /// One character with room for one; the empty text for NUL.
+    explicit NkDtString_Imp(TCHAR ch);
+    /// The digits of a number, in a buffer of @p nAlloc characters.
+    NkDtString_Imp(bool fNegative, ULONGLONG ulMagnitude, INT nAlloc);
+    /// A copy whose allocated length is the length.
+    NkDtString_Imp(const NkDtString_Imp& r);
+    NkDtString_Imp& operator=(const NkDtString_Imp&) = delete;
+    ~NkDtString_Imp() { FreeBuffer(); }
+
+    LPCTSTR Text() const noexcept { return m_pText; }
+    INT Length() const noexcept { return m_nLength; }
+    INT AllocLength() const noexcept { return m_nAlloc; }
+    /// The text with its length, NUL characters inside it included.
+    std::string_view WholeText() const noexcept { return {m_pText, static_cast<std::size_t>(m_nLength)}; }
+    /// The text up to its first NUL, as every conversion that leaves the class sees it.
+    std::string_view VisibleText() const noexcept { return std::string_view(m_pText); }
+
+    /// The first min(length of the text, @p nAlloc) characters with room for @p nAlloc.
+    void StrAlloc(LPCTSTR pszText, INT nAlloc);
+    /// At most @p nLen characters, up to the text's end, the rest NUL; the length is @p nLen. The text may
+    /// lie in this buffer.
+    void StrAlloc(LPCTSTR pszText, INT nLen, INT nAlloc);
+    /// Makes the room exactly @p nAlloc characters; the text is kept as far as it fits, the length untouched.
+    void StrRealloc(INT nAlloc);
+    /// StrRealloc() if there is less room.
+    void Reserve(INT nAlloc) {
+        if (m_nAlloc < nAlloc) StrRealloc(nAlloc);
+    }
+    /// The shared empty text, no hit.
+    void StrReset() noexcept;
+    /// Writes @p nCount characters of @p pch, which may lie in this buffer, at @p nPos, ends the text behind
+    /// them and makes that the length. There is room.
+    void Write(INT nPos, LPCTSTR pch, INT nCount) noexcept;
+    /// Makes @p nLength the length of what stands in the buffer, and ends the text there.
+    void SetLength(INT nLength) noexcept {
+        m_nLength = nLength;
+        if (m_nAlloc > 0) m_pText[nLength] = '\0';
+    }
+    void SetAt(INT nPos, TCHAR ch) noexcept { m_pText[nPos] = ch; }
+    /// The buffer, for a conversion that keeps the length.
+    LPTSTR Buffer() noexcept { return m_pText; }
+
+  private:
+    void FreeBuffer() noexcept;
+    [[noreturn]] void Exhausted(std::size_t nBytes);
+
+    static TCHAR m_szEmpty[1];  // constant in effect: shared, never written
+
+    LPTSTR m_pText = m_szEmpty;
+    INT m_nLength = 0;
+    INT m_nAlloc = 0;
+    INT m_nLastFound = notFound;
+};

@@ -1,0 +1,102 @@
+#include "nkdt/RecordPool.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "RecordMemory.h"
+#include "nkeh/NkEhBasis.h"
+#include "nkfw/Memory.h"
+
+namespace nkdt::pool {
+
+thread_local constinit FreeList freeList;
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool builtWithAddressSanitizer = true;
+#elif defined(__has_feature)
+constexpr bool builtWithAddressSanitizer = __has_feature(address_sanitizer);
+#else
+constexpr bool builtWithAddressSanitizer = false;
+#endif
+
+bool poolWanted() noexcept {
+    if (builtWithAddressSanitizer) return false;
+    const char* const setting = std::getenv("NKDT_POOL");
+    if (setting != nullptr && std::strcmp(setting, "off") == 0) return false;
+    const char* const preloaded = std::getenv("LD_PRELOAD");  // valgrind enters itself here
+    return preloaded == nullptr || std::strstr(preloaded, "vgpreload") == nullptr;
+}
+
+/// Gives all blocks of the list back to the system.
+void empty(FreeList& list) noexcept {
+    while (FreeBlock* const block = list.head) {
+        list.head = block->next;
+        nkfw::release(block);
+    }
+    list.count = 0;
+    list.limit = 0;
+}
+
+enum class ThreadState : unsigned char { fresh, running, switchedOff, ended };
+thread_local constinit ThreadState threadState = ThreadState::fresh;
+
+/// Empties the thread's list when the thread ends; made with the first block that it gives back.
+struct ThreadEnd {
+    ThreadEnd() noexcept = default;
+    ~ThreadEnd() {
+        empty(freeList);
+        threadState = ThreadState::ended;
+    }
+    ThreadEnd(const ThreadEnd&) = delete;
+    ThreadEnd& operator=(const ThreadEnd&) = delete;
+};
+
+void start() noexcept {
+    static const bool wanted = poolWanted();
+    threadState = wanted ? ThreadState::running : ThreadState::switchedOff;
+    if (!wanted) return;
+    static thread_local const ThreadEnd threadEnd;
+    static_cast<void>(threadEnd);
+    freeList.limit = recordPoolLimit;
+}
+
+}  // namespace
+
+void* takeSlow() noexcept {
+    return nkfw::allocate(recordBlockSize);
+}
+
+void exhausted() {
+    NkEhNorvaneNewHandler(recordBlockSize);
+}
+
+void giveSlow(void* block) noexcept {
+    if (threadState == ThreadState::fresh) {
+        start();
+        if (freeList.limit > 0) return give(block);
+    }
+    nkfw::release(block);
+}
+
+}  // namespace nkdt::pool
+
+namespace nkdt {
+
+bool enableRecordPool(bool enable) noexcept {
+    using namespace pool;
+    if (threadState == ThreadState::ended) return false;
+    if (threadState == ThreadState::fresh) start();
+    const bool wasOn = freeList.limit > 0;
+    if (!enable) {
+        empty(freeList);
+        threadState = ThreadState::switchedOff;
+    } else if (!wasOn && !builtWithAddressSanitizer) {
+        threadState = ThreadState::fresh;
+        start();
+    }
+    return wasOn;
+}
+
+}  // namespace nkdt

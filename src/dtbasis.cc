@@ -1,0 +1,96 @@
+#include "nkdt/NkDtBasis.h"
+
+#include "RecordMemory.h"
+#include "nkfw/Archive.h"
+
+namespace {
+
+constexpr CRuntimeClass classNkDtBasis{"NkDtBasis", sizeof(NkDtBasis), 1, nullptr, &CObject::GetThisClass};
+const CClassRegistration registration{classNkDtBasis};
+
+constinit NkDtWorkingMode defaultWorkingMode = NkDtWmMissing;
+
+/// The mode that is stored where @p mode is given: 3, and every number that is no mode, stands for the
+/// default.
+NkDtWorkingMode storedMode(NkDtWorkingMode mode) noexcept {
+    return mode == NkDtWmMissing || mode == NkDtWmNull || mode == NkDtWmDefined ? mode : defaultWorkingMode;
+}
+
+}  // namespace
+
+template class nkdt::Record<nkdt::State>;
+
+void NkDtSetDefaultWorkingMode(NkDtWorkingMode eMode) noexcept {
+    defaultWorkingMode = eMode == NkDtWmNull || eMode == NkDtWmDefined ? eMode : NkDtWmMissing;
+}
+
+NkDtWorkingMode NkDtGetDefaultWorkingMode() noexcept {
+    return defaultWorkingMode;
+}
+
+nkdt::State::State() noexcept : State(FALSE, NkDtWmDefault) {}
+
+nkdt::State::State(BOOL isDefined, NkDtWorkingMode workingMode) noexcept
+    : mode(storedMode(workingMode)), defined(mode == NkDtWmDefined ? TRUE : isDefined) {}
+
+NkDtBasis::NkDtBasis(BOOL fDefined, NkDtWorkingMode eMode) : m_state(std::in_place, fDefined, eMode) {}
+
+NkDtBasis::NkDtBasis(const NkDtBasis& r) : CObject(), m_state(r.m_state) {}
+
+NkDtBasis::~NkDtBasis() = default;
+
+const CRuntimeClass* NkDtBasis::GetThisClass() noexcept {
+    return &classNkDtBasis;
+}
+
+void NkDtBasis::Serialize(CArchive& ar) {
+    if (ar.IsStoring()) {
+        ar << m_state->defined;
+        return;
+    }
+    BOOL fDefined = FALSE;
+    ar >> fDefined;
+    SetDefined(fDefined);
+}
+
+void NkDtBasis::Clear() {
+    if (IsDefined() && m_state->mode != NkDtWmDefined) SetDefined(FALSE);
+}
+
+void NkDtBasis::SetModified(BOOL fModified) {
+    m_state->modified = fModified;
+}
+
+NkDtTyps NkDtBasis::GetDtTyp() const {
+    return NkDtTypBasis;
+}
+
+const NkDeBasis* NkDtBasis::GetDeBasisPtr() const {
+    return nullptr;
+}
+
+BOOL NkDtBasis::GetAndResetModified(BOOL fNew) {
+    return std::exchange(m_state->modified, fNew);
+}
+
+void NkDtBasis::SetWorkingMode(NkDtWorkingMode eMode) {
+    m_state->mode = storedMode(eMode);
+    // The argument decides, not the mode that it stands for: 3 leaves an undefined value undefined.
+    if (eMode == NkDtWmDefined) m_state->defined = TRUE;
+}
+
+NkDtBasis& NkDtBasis::operator=(const NkDtBasis& r) {
+    if (this != &r && m_state->mode != NkDtWmDefined) SetDefined(r.m_state->defined);
+    return *this;
+}
+
+void NkDtBasis::SetDefined(BOOL fDefined) {
+    if (m_state->defined == fDefined) return;
+    m_state->modified = TRUE;
+    m_state->defined = fDefined;
+}
+
+BOOL NkDtBasis::CheckDefinedForArithmetic(const NkDtBasis& a, const NkDtBasis& b) {
+    if (!a.IsDefined() && !b.IsDefined()) return FALSE;
+    return !a.IsMissing() && !b.IsMissing();
+}

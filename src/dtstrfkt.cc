@@ -1,0 +1,233 @@
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "Conversion.h"
+#include "DefaultFormats.h"
+#include "Imp/dtstrini.h"
+#include "Raise.h"
+#include "RecordMemory.h"
+#include "nkcp/CodePage.h"
+#include "nkdt/NkDtString.h"
+#include "nkdt/NkDtUtil.h"
+
+using namespace nkdt;
+
+namespace {
+
+constexpr Origin originOf(const char* operation) {
+    return {".\\dtstrfkt.cc", "NkDtString", operation};
+}
+
+/// The page among 850, 437 and the system's OEM page that @p uCodePage names, and the direction between it
+/// and the program's ANSI text.
+struct PageDirection {
+    bool converts;
+    NkDtCodepageWandlung direction;
+};
+
+PageDirection toAnsi(UINT uCodePage) noexcept {
+    if (uCodePage == 850) return {true, NkDtCp850To1252};
+    if (uCodePage == GetOEMCP()) return {true, NkDtCpOemToAnsi};
+    if (uCodePage == 437) return {true, NkDtCp437To1252};
+    return {false, NkDtCpOemToAnsi};
+}
+
+PageDirection fromAnsi(UINT uCodePage) noexcept {
+    if (uCodePage == 850) return {true, NkDtCp1252To850};
+    if (uCodePage == GetOEMCP()) return {true, NkDtCpAnsiToOem};
+    if (uCodePage == 437) return {true, NkDtCp1252To437};
+    return {false, NkDtCpAnsiToOem};
+}
+
+constexpr Origin originConvertCodePage = originOf("ConvertCodePage(NkDtCodepageWandlung)");
+
+void convert(NkDtString_Imp& text, NkDtCodepageWandlung eWandlung) {
+    if (!NkDtConvertCodePageFkt(text.Buffer(), eWandlung)) raise(originConvertCodePage, NkDtErrCodepage);
+}
+
+}  // namespace
+
+// Access
+
+LPCTSTR NkDtString::GetValue() const {
+    static constexpr Origin origin = originOf("GetValue()");
+    if (IsMissing()) raise(origin, NkDtErrUndefiniert);
+    return Text().Text();
+}
+
+LPTSTR NkDtString::GetValue(LPTSTR pszBuffer, INT nSize) const {
+    static constexpr Origin origin = originOf("GetValue(LPTSTR,INT)");
+    if (IsMissing()) raise(origin, NkDtErrUndefiniert);
+    if (pszBuffer == nullptr) raise(origin, NkDtErrInitialwert);
+    if (nSize <= GetLength()) raise(origin, NkDtErrPuffer);
+    std::memcpy(pszBuffer, Text().Text(), static_cast<std::size_t>(GetLength()) + 1);
+    return pszBuffer;
+}
+
+NkDtString NkDtString::GetnValue(INT nPos, INT nCount) const {
+    static constexpr Origin origin = originOf("GetnValue(INT,INT)");
+    if (IsMissing()) raise(origin, NkDtErrUndefiniert);
+    if (IsNull()) return NkDtString("");
+    if (nPos < 0 || nCount < 0 || nPos > GetLength() || nCount > GetLength() - nPos)
+        raise(origin, NkDtErrStringindex);
+    return wrapped(origin, [&] { return NkDtString(Text().Text() + nPos, nCount, NkDtStrLenAuto); });
+}
+
+INT NkDtString::GetLength() const {
+    return Text().Length();
+}
+
+INT NkDtString::GetAllocLength() const {
+    return Text().AllocLength();
+}
+
+void NkDtString::SetAt(INT nIndex, TCHAR ch) {
+    static constexpr Origin origin = originOf("SetAt(INT,TCHAR)");
+    if (nIndex < 0 || nIndex >= GetLength()) raise(origin, NkDtErrStringindex);
+    if (ch == '\0') raise(origin, NkDtErrInitialwert);
+    if (Text().Text()[nIndex] == ch) return;
+    Text().SetAt(nIndex, ch);
+    SetModified(TRUE);
+}
+
+// The base contract
+
+void NkDtString::Clear() {
+    NkDtBasis::Clear();
+    if (GetLength() != 0) SetModified(TRUE);
+    Text().StrReset();
+}
+
+void NkDtString::Assign(const NkDtBasis& r) {
+    static constexpr Origin origin = originOf("Assign(NkDtBasis&");
+    if (!r.IsKindOf(GetThisClass())) raise(origin, NkDtErrBasistypen);
+    *this = static_cast<const NkDtString&>(r);
+}
+
+// Conversions
+
+CString NkDtString::ConvToOFL(const NkFormat* pFormat) const {
+    static constexpr Origin origin = originOf("ConvToOFL(NkFormat*)");
+    return convToOFL(*this, pFormat, defaultFormat::text, origin,
+                     [this](const NkFormat& format) { return format.FormatText(Text().VisibleText()); });
+}
+
+void NkDtString::SetFromOFL(LPCTSTR pszOFL, const NkFormat* pFormat) {
+    static constexpr Origin origin = originOf("SetFromOFL(LPCTSTR,NkFormat*)");
+    setFromOFL(
+        *this, pszOFL, pFormat, defaultFormat::text, origin,
+        [](const NkFormat& format, LPCTSTR psz) { return format.ParseText(psz); },
+        [this](const CString& text) { *this = text.GetString(); });
+}
+
+NkDtString NkDtString::ConvToExtern(BOOL& rfDefiniert, USHORT& rusVersion) const {
+    describeExtern(*this, rfDefiniert, rusVersion);
+    return *this;
+}
+
+void NkDtString::SetFromExtern(const NkDtString* pExternData, BOOL fDefiniert, USHORT usVersion) {
+    static constexpr Origin origin = originOf("SetFromExtern(NkDtString*,BOOL,USHORT)");
+    setFromExtern(*this, pExternData, fDefiniert, usVersion, origin,
+                  [this](const NkDtString& text) { *this = text; });
+}
+
+void NkDtString::SetFromRecordSet(CRecordset& rs, const CString& rField) {
+    setFromRecordSet(*this, rs, rField, [this](const CString& field) {
+        if (std::strcmp(field, Text().Text()) != 0) TakeText(field, field.GetLength());
+    });
+}
+
+void NkDtString::ConvToRecordSet(CRecordset& rs, CString& rField) const {
+    convToRecordSet(*this, rs, rField,
+                    [this](CString& field) { AssignRecordsetMemberCString(field, Text().Text()); });
+}
+
+void NkDtString::Serialize(CArchive& ar) {
+    if (ar.IsStoring()) {
+        NkDtBasis::Serialize(ar);
+        ar << CString(Text().VisibleText());
+        return;
+    }
+    load(
+        *this, [&] { NkDtBasis::Serialize(ar); },
+        [&] {
+            CString text;
+            ar >> text;
+            if (IsDefined()) {
+                *this = text.GetString();
+            } else {
+                Clear();
+            }
+        });
+}
+
+void NkDtString::SetFromSQL(LPCTSTR pszText, INT nLen, UINT uCodePage) {
+    static constexpr Origin origin = originOf("SetFromSQL(LPCTSTR,INT,UINT)");
+    requireText(pszText, origin);
+    if (nLen < 1 || nLen > NkDtString_Imp::maxLength ||
+        std::memchr(pszText, '\0', static_cast<std::size_t>(nLen)) != nullptr) {
+        raise(origin, NkDtErrInitiallaenge);
+    }
+    wrapped(origin, [&] {
+        // The final text alone decides on the modified flag, so the column is converted beside the old text.
+        NkDtString_Imp column(pszText, nLen, NkDtStrLenAuto);
+        const PageDirection page = toAnsi(uCodePage);
+        if (page.converts) convert(column, page.direction);
+        Text().Reserve(nLen);
+        const bool changed = std::strcmp(column.Text(), Text().Text()) != 0;
+        Text().Write(0, column.Text(), nLen);
+        if (changed) SetModified(TRUE);
+        SetDefined(TRUE);
+    });
+}
+
+NkDtString NkDtString::ConvToSQL(UINT uCodePage) const {
+    static constexpr Origin origin = originOf("ConvToSQL(UINT)const");
+    return wrapped(origin, [&] {
+        const PageDirection page = fromAnsi(uCodePage);
+        if (!IsDefined()) {
+            NkDtString null("NULL");
+            if (page.converts) convert(null.Text(), page.direction);
+            return null;
+        }
+        if (!page.converts) return Quoted(Text().VisibleText());
+        // Converted before it is quoted: an apostrophe that the conversion makes is doubled like any other.
+        NkDtString_Imp converted(Text().Text(), NkDtStrLenAuto, NkDtStrLenAuto);
+        convert(converted, page.direction);
+        return Quoted(converted.VisibleText());
+    });
+}
+
+NkDtString NkDtString::Quoted(std::string_view text) {
+    static constexpr Origin origin = originOf("ConvToSQL(UINT)const");
+    const auto apostrophes = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\''));
+    const std::size_t length = text.size() + apostrophes + 2;
+    if (length > static_cast<std::size_t>(NkDtString_Imp::maxLength)) raise(origin, NkDtErrWertebereich);
+    NkDtString literal("", 0, static_cast<INT>(length));
+    LPTSTR out = literal.Text().Buffer();
+    *out++ = '\'';
+    while (!text.empty()) {
+        const void* const apostrophe = std::memchr(text.data(), '\'', text.size());
+        const std::size_t block =
+            apostrophe == nullptr
+                ? text.size()
+                : static_cast<std::size_t>(static_cast<LPCTSTR>(apostrophe) - text.data()) + 1;
+        std::memcpy(out, text.data(), block);
+        out += block;
+        if (apostrophe != nullptr) *out++ = '\'';
+        text.remove_prefix(block);
+    }
+    *out++ = '\'';
+    literal.Text().SetLength(static_cast<INT>(length));
+    return literal;
+}
+
+void NkDtString::ConvertCodePage(NkDtCodepageWandlung eWandlung) {
+    if (!IsDefined()) return;
+    NkDtString_Imp converted(Text());
+    convert(converted, eWandlung);
+    if (std::strcmp(converted.Text(), Text().Text()) == 0) return;
+    Text().Write(0, converted.Text(), converted.Length());
+    SetModified(TRUE);
+}
