@@ -63,6 +63,14 @@ Block loadBlock(const TCHAR* text) noexcept {
     return block;
 }
 
+// Fewer than eight bytes as one block.
+Block gatherBlock(const TCHAR* text, std::size_t length) noexcept {
+    Block block = 0;
+    for (std::size_t i = 0; i < length; ++i)
+        block = block << 8U | static_cast<unsigned char>(text[i]);
+    return block;
+}
+
 // The top bit of each byte that equals @p byte.
 constexpr Block bytesEqual(Block block, unsigned char byte) noexcept {
     const Block difference = block ^ blockOf(byte);
@@ -90,14 +98,7 @@ constexpr bool equalWithoutCase(Block a, Block b) noexcept {
 bool equalWithoutCase(LPCTSTR a, LPCTSTR b) noexcept {
     const std::size_t length = std::strlen(a);
     if (std::strlen(b) != length) return false;
-    if (length < sizeof(Block)) {
-        for (std::size_t i = 0; i < length; ++i) {
-            if (!equalWithoutCase(Block{static_cast<unsigned char>(a[i])},
-                                  Block{static_cast<unsigned char>(b[i])}))
-                return false;
-        }
-        return true;
-    }
+    if (length < sizeof(Block)) return equalWithoutCase(gatherBlock(a, length), gatherBlock(b, length));
     // The last block ends with the text, so it may overlap the one before.
     const std::size_t last = length - sizeof(Block);
     for (std::size_t i = 0; i < last; i += sizeof(Block)) {

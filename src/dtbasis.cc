@@ -1,5 +1,6 @@
 #include "nkdt/NkDtBasis.h"
 
+#include "NullRule.h"
 #include "RecordMemory.h"
 #include "nkfw/Archive.h"
 
@@ -91,6 +92,6 @@ void NkDtBasis::SetDefined(BOOL fDefined) {
 }
 
 BOOL NkDtBasis::CheckDefinedForArithmetic(const NkDtBasis& a, const NkDtBasis& b) {
-    if (!a.IsDefined() && !b.IsDefined()) return FALSE;
-    return !a.IsMissing() && !b.IsMissing();
+    using namespace nkdt;
+    return decide(OperandState(a), OperandState(b), Neutral::none) != Outcome::undefined;
 }
