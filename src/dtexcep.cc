@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <exception>
+#include <mutex>
 
 #include "Literal1252.h"
 #include "Module.h"
@@ -59,6 +60,8 @@ const CClassRegistration registration{classNkDtExcep};
 
 constexpr int logIndent = 6;
 
+static_assert(sizeof(NkDtExcep) <= NkEhBasis::nMaxSize, "the reserve for errors holds every error");
+
 }  // namespace
 
 NkDtExcep::NkDtExcep(LPCTSTR pszSourceFile, LPCTSTR pszClassText, LPCTSTR pszFunctionText,
@@ -95,6 +98,7 @@ const CRuntimeClass* NkDtExcep::GetThisClass() noexcept {
 
 void NkDtExcep::Log(NkEhLogFile& rLog) const {
     try {
+        const std::lock_guard together(rLog.Mutex());
         rLog.Write("Fehlerart: NkDtExcep");
         rLog.Write("\r\n");
         rLog.SetBlanks(logIndent);

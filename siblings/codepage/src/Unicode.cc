@@ -27,11 +27,7 @@ struct Decoded {
 constexpr Decoded decodeUtf8(const char* source, std::size_t available) noexcept {
     const auto lead = static_cast<unsigned char>(source[0]);
     if (lead < 0x80) return {lead, 1};
-    // Leads 0xC0, 0xC1 and from 0xF5 on would make overlong forms or characters beyond the last.
-    const std::size_t units = lead >= 0xC2 && lead <= 0xDF   ? 2U
-                              : (lead & 0xF0U) == 0xE0U      ? 3U
-                              : lead >= 0xF0 && lead <= 0xF4 ? 4U
-                                                             : 0U;
+    const std::size_t units = lead < 0xC0 ? 0U : lead < 0xE0 ? 2U : lead < 0xF0 ? 3U : lead < 0xF8 ? 4U : 0U;
     if (units == 0 || units > available) return {};
     char32_t character = lead & (0x7FU >> units);
     for (std::size_t i = 1; i < units; ++i) {

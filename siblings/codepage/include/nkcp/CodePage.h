@@ -51,14 +51,15 @@ struct Conversion {
 };
 
 /// Appends UTF-8 text to @p target in code page 1252; malformed bytes are refused whatever the option. On
-/// refusal @p target holds what came before. ASCII runs are copied as blocks.
+/// refusal @p target holds what came before. ASCII runs are copied as blocks. The source is not part of @p
+/// target.
 NKDT_API Conversion appendCp1252FromUtf8(std::string_view utf8, std::string& target,
                                          Unmappable option = Unmappable::refuse);
 /// The same from UTF-16 in the machine's byte order.
 NKDT_API Conversion appendCp1252FromUtf16(std::u16string_view utf16, std::string& target,
                                           Unmappable option = Unmappable::refuse);
 /// Converts UTF-8 in the caller's buffer in place (the result is never longer); the new length is stored in
-/// @p length.
+/// @p length. On refusal the buffer holds what came before, and what is behind @p length is undefined.
 NKDT_API Conversion cp1252FromUtf8InPlace(char* text, std::size_t& length,
                                           Unmappable option = Unmappable::refuse) noexcept;
 
@@ -67,7 +68,8 @@ NKDT_API void appendUtf8FromCp1252(std::string_view text, std::string& target);
 /// Appends code page 1252 text to @p target as UTF-16.
 NKDT_API void appendUtf16FromCp1252(std::string_view text, std::u16string& target);
 
-/// The best-fit byte for a character that code page 1252 does not have; '_' when nothing looks like it.
+/// The byte that looks most like the character: its own where code page 1252 has it, the base letter of other
+/// Latin letters, the plain form of typographic and full-width characters; '_' when nothing looks like it.
 NKDT_API unsigned char bestFitByte(char32_t character) noexcept;
 
 }  // namespace nkcp

@@ -25,13 +25,14 @@ class NKDT_API NkEhLogFile {
     explicit NkEhLogFile(LPCTSTR pszFileName);
     /// Writes to the caller's stream, which must outlive the log.
     explicit NkEhLogFile(std::ostream& rStream);
-    /// Closes the file. A log that is the default one still is taken back.
+    /// Closes the file. If the log is still the default one, there is none afterwards.
     ~NkEhLogFile();
     NkEhLogFile(const NkEhLogFile&) = delete;
     NkEhLogFile& operator=(const NkEhLogFile&) = delete;
 
     /// Writes the text as it is, each line of it behind the blanks set; null writes nothing. A finished line
-    /// reaches the file at once. What a full disk refuses is lost: the log never stops the program.
+    /// reaches the file at once. What a full disk refuses is lost: a log file never stops the program. A
+    /// stream that throws is the caller's own choice.
     void Write(LPCTSTR psz);
     /// Number of blanks that every following line starts with; negative counts as 0.
     void SetBlanks(int nBlanks);
