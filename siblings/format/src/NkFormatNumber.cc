@@ -401,9 +401,7 @@ double NkFormat::ParseDouble(LPCTSTR pszText) const {
     *out++ = '.';
     out = std::copy(places.begin(), places.end(), out);
     double value = 0;
-    const bool inRange = std::from_chars(start, out, value).ec == std::errc() && std::isfinite(value);
-    const bool vanished = value == 0 && !(allZeros(places) && *start == '0');
-    if (!inRange || vanished) {
+    if (std::from_chars(start, out, value).ec != std::errc()) {
         reader.refuseAt(number.whole.data(), "außerhalb des Wertebereichs"_cp1252);
     }
     return number.negative ? -value : value;

@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// What the tests of the formats share: refusals as values, short ways to build a format, a clock that stands still.
+/// What the tests of the formats share: refusals as values, short ways to build a format, a clock that stands
+/// still.
 
 #include <ctime>
 #include <memory>
@@ -16,8 +17,8 @@
 #include <nklang/NkLanguagePublisher.h>
 
 inline void PrintTo(const NkFoDateTime& value, std::ostream* out) {
-    *out << value.year << '-' << value.month << '-' << value.day << ' ' << value.hour << ':' << value.minute << ':'
-         << value.second;
+    *out << value.year << '-' << value.month << '-' << value.day << ' ' << value.hour << ':' << value.minute
+         << ':' << value.second;
 }
 
 namespace formattest {
@@ -56,13 +57,15 @@ inline NkFormat textFormat(ULONG length, ULONG valid, int side = 0, char fill = 
     return NkFormat(length, valid, static_cast<FormatAuffuellen>(side), fill);
 }
 
-inline NkFormat dateFormat(int order, int separator, int year = 0, int month = 0, int filled = 1, char fill = '0') {
+inline NkFormat dateFormat(int order, int separator, int year = 0, int month = 0, int filled = 1,
+                           char fill = '0') {
     return NkFormat(static_cast<FormatDatumArt>(order), static_cast<FormatDatumTrenner>(separator),
                     static_cast<FormatDatumJahr>(year), static_cast<FormatDatumMonat>(month), filled, fill);
 }
 
-inline NkFormat numberFormat(ULONG most, ULONG mostPlaces, int decimal, int thousands, int sign = 1, int which = 0,
-                             int fewest = 0, char fill = '0', int fewestPlaces = 0, char fillPlaces = '0') {
+inline NkFormat numberFormat(ULONG most, ULONG mostPlaces, int decimal, int thousands, int sign = 1,
+                             int which = 0, int fewest = 0, char fill = '0', int fewestPlaces = 0,
+                             char fillPlaces = '0') {
     return NkFormat(most, mostPlaces, static_cast<FormatDezimalTrenner>(decimal),
                     static_cast<FormatTausenderTrenner>(thousands), static_cast<FormatVorzeichen>(sign),
                     static_cast<FormatVorzeichenWelches>(which), fewest, fill, fewestPlaces, fillPlaces);
@@ -70,19 +73,21 @@ inline NkFormat numberFormat(ULONG most, ULONG mostPlaces, int decimal, int thou
 
 /// "1.234,56" with that many places at most, and at least.
 inline NkFormat germanNumber(ULONG mostPlaces = unlimited, int fewestPlaces = 0) {
-    return numberFormat(unlimited, mostPlaces, FormatDezimalTrennerKomma, FormatTausenderTrennerPunkt, 1, 0, 0, '0',
-                        fewestPlaces);
+    return numberFormat(unlimited, mostPlaces, FormatDezimalTrennerKomma, FormatTausenderTrennerPunkt, 1, 0,
+                        0, '0', fewestPlaces);
 }
 
 inline NkFormat timeFormat(int art, int display, int sign = 1, int which = 0, ULONG most = 7, int fewest = 0,
                            char fill = '0') {
     return NkFormat(static_cast<FormatZeitArt>(art), static_cast<FormatZeitDarstellung>(display),
-                    static_cast<FormatVorzeichen>(sign), static_cast<FormatVorzeichenWelches>(which), most, fewest,
-                    fill);
+                    static_cast<FormatVorzeichen>(sign), static_cast<FormatVorzeichenWelches>(which), most,
+                    fewest, fill);
 }
 
 /// The text that a format writes, as a std::string.
-inline std::string text(const CString& str) { return std::string(str.View()); }
+inline std::string text(const CString& str) {
+    return std::string(str.View());
+}
 
 /// The clock stands at noon of 15 June 2023 while this lives.
 class ClockIn2023 {

@@ -118,7 +118,7 @@ TEST(NkFormat, TheDefaultsOfTheValueClassesAreAccepted) {
 
 TEST(NkFormat, ConstructorsRaiseForUnknownLanguages) {
     for (int modus = 0; modus <= 3; ++modus) {
-        for (const USHORT language : {0, 1030, 1032, 1034, 65535}) {
+        for (const USHORT language : std::initializer_list<USHORT>{0, 1030, 1032, 1034, 65535}) {
             EXPECT_EQ(errorNumberOf([&] { return truthFormat(modus, language); }), NkFoFehlerEinstellung)
                 << language;
         }
@@ -239,7 +239,7 @@ TEST(NkFormat, ServesTheKindItWasBuiltForAndRaisesForEveryOther) {
                                 dateFormat(0, 0), timeFormat(0, 3)};
     for (int built = 0; built < 5; ++built) {
         for (int asked = 0; asked < 5; ++asked) {
-            const ULONG expected = built == asked ? 0 : NkFoFehlerArt;
+            const ULONG expected = built == asked ? 0U : ULONG{NkFoFehlerArt};
             for (const ULONG found : errorNumbersOfAllOperations(formats[built], asked)) {
                 EXPECT_EQ(found, expected) << "built for " << built << ", asked for " << asked;
             }
@@ -281,6 +281,15 @@ TEST(NkFormat, ALongTextIsCutInTheRefusalAndControlCharactersBecomeVisible) {
               "\"1.2\" an Position 2: unerwartetes Zeichen");
 }
 
+TEST(NkFormat, ATextLongerThanATextCanBeIsRefusedBeforeMemoryIsAskedFor) {
+    const NkFormat number = numberFormat(unlimited, unlimited, 1, 1, 1, 0, INT_MAX, '*', INT_MAX, '0');
+    EXPECT_EQ(errorNumberOf([&] { return number.FormatLong(1); }), NkFoFehlerWert);
+    const NkFormat time = timeFormat(0, 3, 1, 0, unlimited, INT_MAX, '*');
+    EXPECT_EQ(errorNumberOf([&] { return time.FormatTime(1, 0); }), NkFoFehlerWert);
+    const NkFormat filled = textFormat(4294967295U, kulNkFoValidAll, FormatAuffuellenAmEnde, '*');
+    EXPECT_EQ(errorNumberOf([&] { return filled.FormatText("a"); }), NkFoFehlerWert);
+}
+
 TEST(NkFormat, AnErrorTellsItsOrigin) {
     const auto error = errorOf([] { return germanNumber().ParseDecimalText("x"); });
     ASSERT_TRUE(error);
@@ -306,7 +315,7 @@ TEST(NkFormat, ThreadsShareAFormat) {
     const NkFormat format = germanNumber(2, 2);
     std::atomic<int> wrong = 0;
     const auto work = [&] {
-        for (LONG n = 0; n < 5000; ++n) {
+        for (LONG n = 0; n < 500; ++n) {
             if (format.ParseLong(format.FormatLong(n * 37)) != n * 37) ++wrong;
             if (errorNumberOf([&] { return format.ParseLong("12,"); }) != NkFoFehlerText) ++wrong;
         }
