@@ -55,10 +55,9 @@ struct CArchive::Graph {
 };
 
 // ---- Beginning and end
-// ---------------------------------------------------------------------------------------------
 
 CArchive::CArchive(CFile* pFile, UINT nMode) : m_pFile(pFile), m_fLoading(nMode == load) {
-    if (pFile == nullptr) throw new CInvalidArgException;
+    if (pFile == nullptr || nMode > load) throw new CInvalidArgException;
     OpenBuffer();
 }
 
@@ -102,7 +101,6 @@ void CArchive::End() noexcept {
 }
 
 // ---- Failing
-// -------------------------------------------------------------------------------------------------------
 
 void CArchive::RequireUsable() const {
     if (m_fFailed || m_pFile == nullptr) throw new CArchiveException(CArchiveException::genericException);
@@ -140,7 +138,6 @@ void CArchive::Fail(int cause) {
 }
 
 // ---- Bytes
-// ---------------------------------------------------------------------------------------------------------
 
 void CArchive::ShutBuffer() noexcept {
     m_pPut = m_pPutEnd = m_pGet = m_pGetEnd = m_buffer;
@@ -208,7 +205,6 @@ ULONGLONG CArchive::Remaining() const {
 }
 
 // ---- Texts
-// ---------------------------------------------------------------------------------------------------------
 
 CArchive& CArchive::operator<<(const CString& v) {
     const std::string_view text = v.View();
@@ -257,7 +253,6 @@ CString CArchive::ReadLongText(std::size_t nLength) {
 }
 
 // ---- Objects: storing
-// ----------------------------------------------------------------------------------------------
 
 CArchive::Graph& CArchive::ObjectGraph() {
     if (m_pGraph == nullptr) m_pGraph = std::make_unique<Graph>();
@@ -315,7 +310,6 @@ void CArchive::StoreIndex(DWORD nIndex, bool fClass) {
 }
 
 // ---- Objects: loading
-// ----------------------------------------------------------------------------------------------
 
 CObject* CArchive::ReadObject(const CRuntimeClass* pClass) {
     RequireDirection(true);

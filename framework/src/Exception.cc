@@ -125,7 +125,6 @@ int fileCause(int lOsError) noexcept {
 }  // namespace
 
 // ---- CException
-// ----------------------------------------------------------------------------------------------------
 
 const CRuntimeClass* CException::GetThisClass() noexcept {
     return &classException;
@@ -150,7 +149,6 @@ void CException::operator delete(void* pBlock) noexcept {
 }
 
 // ---- Without particulars
-// -------------------------------------------------------------------------------------------
 
 const CRuntimeClass* CMemoryException::GetThisClass() noexcept {
     return &classMemoryException;
@@ -181,7 +179,6 @@ void CInvalidArgException::GetErrorMessage(LPTSTR pszText, UINT nMaxLen) const n
 }
 
 // ---- CFileException
-// ------------------------------------------------------------------------------------------------
 
 CFileException::CFileException(int cause, int lOsError, LPCTSTR lpszFileName)
     : m_cause(cause), m_lOsError(lOsError), m_strFileName(lpszFileName) {}
@@ -200,7 +197,6 @@ void CFileException::ThrowOsError(int lOsError, LPCTSTR lpszFileName) {
 }
 
 // ---- CArchiveException
-// ---------------------------------------------------------------------------------------------
 
 const CRuntimeClass* CArchiveException::GetThisClass() noexcept {
     return &classArchiveException;
@@ -211,7 +207,6 @@ void CArchiveException::GetErrorMessage(LPTSTR pszText, UINT nMaxLen) const noex
 }
 
 // ---- CDBException
-// --------------------------------------------------------------------------------------------------
 
 CDBException::CDBException(SHORT nRetCode, LPCTSTR lpszState, INT nNativeError, LPCTSTR lpszError)
     : m_nRetCode(nRetCode), m_strState(lpszState), m_nNativeError(nNativeError), m_strError(lpszError) {}

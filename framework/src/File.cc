@@ -73,7 +73,6 @@ std::FILE* openStream(LPCTSTR lpszFileName, UINT nOpenFlags) noexcept {
 }  // namespace
 
 // ---- CFile
-// ---------------------------------------------------------------------------------------------------------
 
 CFile::CFile() noexcept = default;
 
@@ -179,7 +178,6 @@ void CFile::ThrowOsError() const {
 }
 
 // ---- CStdioFile
-// ----------------------------------------------------------------------------------------------------
 
 const CRuntimeClass* CStdioFile::GetThisClass() noexcept {
     return &classStdioFile;
@@ -215,7 +213,6 @@ void CStdioFile::WriteString(LPCTSTR lpsz) {
 }
 
 // ---- CMemFile
-// ------------------------------------------------------------------------------------------------------
 
 CMemFile::CMemFile() noexcept = default;
 

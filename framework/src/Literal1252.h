@@ -18,15 +18,34 @@ namespace detail {
 template <std::size_t N>
 struct Utf8Literal {
     char bytes[N]{};
-    std::size_t length = 0;  // characters, the terminator not counted
 
     consteval Utf8Literal(const char (&text)[N]) {
-        for (std::size_t i = 0; i < N; ++i) bytes[i] = text[i];
-        for (std::size_t i = 0; i + 1 < N; ++i) {
-            if ((static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U) ++length;
-        }
+        for (std::size_t i = 0; i < N; ++i)
+            bytes[i] = text[i];
     }
+
+    static constexpr std::size_t size() { return N - 1; }  // the terminator not counted
+    constexpr unsigned char operator[](std::size_t i) const { return static_cast<unsigned char>(bytes[i]); }
 };
+
+constexpr bool isTrailing(unsigned char byte) {
+    return (byte & 0xC0U) == 0x80U;
+}
+
+// Bytes that follow a leading one.
+constexpr unsigned trailingBytes(unsigned char lead) {
+    if (lead < 0x80U) return 0;
+    if (isTrailing(lead) || lead >= 0xF8U) throw "a literal that is not UTF-8";
+    return lead < 0xE0U ? 1U : lead < 0xF0U ? 2U : 3U;
+}
+
+template <Utf8Literal Text>
+consteval std::size_t characters() {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < Text.size(); ++i)
+        count += isTrailing(Text[i]) ? 0U : 1U;
+    return count;
+}
 
 template <std::size_t Length>
 struct Cp1252Bytes {
@@ -35,14 +54,15 @@ struct Cp1252Bytes {
 
 template <Utf8Literal Text>
 consteval auto toCp1252() {
-    Cp1252Bytes<Text.length> result;
+    Cp1252Bytes<characters<Text>()> result;
     std::size_t out = 0;
-    for (std::size_t i = 0; Text.bytes[i] != '\0';) {
-        const auto lead = static_cast<unsigned char>(Text.bytes[i++]);
-        unsigned trailing = lead < 0x80U ? 0U : lead < 0xE0U ? 1U : lead < 0xF0U ? 2U : 3U;
+    for (std::size_t i = 0; i < Text.size();) {
+        const unsigned char lead = Text[i++];
+        const unsigned trailing = trailingBytes(lead);
         char32_t character = trailing == 0 ? lead : lead & (0x3FU >> trailing);
-        for (; trailing > 0; --trailing) {
-            character = (character << 6U) | (static_cast<unsigned char>(Text.bytes[i++]) & 0x3FU);
+        for (unsigned n = 0; n < trailing; ++n) {
+            if (!isTrailing(Text[i])) throw "a literal that is not UTF-8";
+            character = (character << 6U) | (Text[i++] & 0x3FU);
         }
         const int byte = cp1252FromUnicode(character);
         if (byte < 0) throw "a character outside of code page 1252";

@@ -63,8 +63,6 @@ const CRuntimeClass* CObject::GetRuntimeClass() const {
     return GetThisClass();
 }
 
-CObject::~CObject() = default;
-
 void CObject::Serialize(CArchive&) {}
 
 void CObject::AssertValid() const {}

@@ -1,6 +1,7 @@
 #include "nkfw/String.h"
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 
 #include "nkfw/BStr.h"
@@ -26,7 +27,6 @@ INT positionOrMiss(std::size_t nPosition) noexcept {
 TCHAR CString::s_szEmpty[1] = {'\0'};
 
 // ---- The buffer
-// ----------------------------------------------------------------------------------------------------
 
 // A buffer of nAlloc characters; the text is kept.
 void CString::Grow(std::size_t nAlloc) {
@@ -38,14 +38,11 @@ void CString::Grow(std::size_t nAlloc) {
     m_nAlloc = static_cast<INT>(nAlloc);
 }
 
-// A buffer of nAlloc characters in place of this one; nothing is kept.
-void CString::Discard(std::size_t nAlloc) {
-    if (nAlloc > nMaxLength) CMemoryException::Throw();
-    void* const pBlock = nkfw::allocate(nAlloc + 1);
-    if (pBlock == nullptr) CMemoryException::Throw();
-    if (m_nAlloc != 0) Free();
-    m_pText = static_cast<LPTSTR>(pBlock);
-    m_nAlloc = static_cast<INT>(nAlloc);
+// An empty text in a buffer of nAlloc characters.
+CString CString::WithRoom(std::size_t nAlloc) {
+    CString str;
+    if (nAlloc != 0) str.Grow(nAlloc);
+    return str;
 }
 
 void CString::SetLength(std::size_t nLength) noexcept {
@@ -68,23 +65,26 @@ void CString::ReleaseBuffer(INT nNewLength) noexcept {
 }
 
 // ---- Taking texts
-// --------------------------------------------------------------------------------------------------
 
 CString::CString(LPCTSTR pch, INT nLength) : CString() {
     if (pch != nullptr) Assign({pch, notNegative(nLength)});
 }
 
-CString::CString(TCHAR ch, INT nRepeat) : CString() {
-    const std::size_t nLength = notNegative(nRepeat);
+// Turns the empty text into one of equal characters.
+void CString::Fill(TCHAR ch, INT nCount) {
+    const std::size_t nLength = notNegative(nCount);
     if (nLength == 0) return;
-    Discard(nLength);
+    Grow(nLength);
     std::memset(m_pText, ch, nLength);
     SetLength(nLength);
 }
 
 CString& CString::Assign(std::string_view text) {
-    // A text inside this one always fits, so the old buffer is never given back under it.
-    if (text.size() > notNegative(m_nAlloc)) Discard(text.size());
+    if (text.size() > notNegative(m_nAlloc)) {
+        CString strFresh = WithRoom(text.size());
+        strFresh.Assign(text);
+        return *this = std::move(strFresh);
+    }
     if (!text.empty()) std::memmove(m_pText, text.data(), text.size());
     SetLength(text.size());
     return *this;
@@ -95,7 +95,7 @@ void CString::AssignWide(const OLECHAR* pwsz) {
     for (const OLECHAR character : text) {
         if (nkfw::cp1252FromUnicode(character) < 0) throw new CInvalidArgException;
     }
-    if (text.size() > notNegative(m_nAlloc)) Discard(text.size());
+    if (text.size() > notNegative(m_nAlloc)) *this = WithRoom(text.size());
     std::transform(text.begin(), text.end(), m_pText,
                    [](OLECHAR character) { return static_cast<TCHAR>(nkfw::cp1252FromUnicode(character)); });
     SetLength(text.size());
@@ -108,7 +108,8 @@ CString& CString::Append(std::string_view text) {
 
     const std::size_t nNewLength = nLength + text.size();
     if (nNewLength > notNegative(m_nAlloc)) {
-        const bool fOwnText = text.data() >= m_pText && text.data() <= m_pText + nLength;
+        const std::less_equal<LPCTSTR> upTo;
+        const bool fOwnText = upTo(m_pText, text.data()) && upTo(text.data(), m_pText + nLength);
         const std::size_t nOffset = fOwnText ? static_cast<std::size_t>(text.data() - m_pText) : 0;
         Grow(std::max(nNewLength, std::min(2 * notNegative(m_nAlloc), nMaxLength)));
         if (fOwnText) text = {m_pText + nOffset, text.size()};
@@ -120,18 +121,11 @@ CString& CString::Append(std::string_view text) {
 
 CString operator+(LPCTSTR a, const CString& b) {
     const std::string_view first = CString::ViewOf(a);
-    CString sum;
-    sum.Grow(first.size() + b.View().size());
+    CString sum = CString::WithRoom(first.size() + b.View().size());
     return static_cast<CString&&>(sum.Append(first).Append(b.View()));
 }
 
-CString operator+(TCHAR a, const CString& b) {
-    const TCHAR first[] = {a, '\0'};
-    return first + b;
-}
-
 // ---- Asking
-// --------------------------------------------------------------------------------------------------------
 
 INT CString::Compare(LPCTSTR psz) const noexcept {
     const int nOrder = View().compare(ViewOf(psz));

@@ -13,11 +13,13 @@
 /// | what | bytes |
 /// |---|---|
 /// | a number | its fixed width, least byte first; a double as its 64 bits |
-/// | a text | its length, then its bytes. Length below 255: one byte; below 65534: 0xFF and 16 bits; else
-/// 0xFF, 0xFFFF and 32 bits | | no object | 16 bits 0 | | an object of a class not met before | 0xFFFF, 16
-/// bits schema, 16 bits length of the name, the name, then its contents | | an object of a class met before |
-/// 16 bits: the class's index with the top bit set, then its contents | | an object met before | 16 bits: its
-/// index |
+/// | a text below 255 bytes | its length in one byte, then its bytes |
+/// | a text below 65534 bytes | 0xFF, its length in 16 bits, its bytes |
+/// | a longer text | 0xFF, 0xFFFF, its length in 32 bits, its bytes |
+/// | no object | 16 bits 0 |
+/// | an object of a new class | 0xFFFF, schema and length of the name in 16 bits each, the name; contents |
+/// | an object of a class met before | the class's index in 16 bits with the top bit set; its contents |
+/// | an object met before | its index in 16 bits |
 ///
 /// Classes and objects share one numbering from 1 on; from index 32767 on the 16 bits are 0x7FFF and 32 bits
 /// follow, where the class's mark is again the top bit.
@@ -50,7 +52,7 @@ class NKDT_API CArchive {
     static constexpr UINT nMaxDepth = 1000;
 
     /// Works on @p pFile from its position on; the file stays the caller's and must outlive the archive.
-    /// Throws a `CInvalidArgException*` for a null file.
+    /// Throws a `CInvalidArgException*` for a null file and an unknown mode.
     CArchive(CFile* pFile, UINT nMode);
     /// Close(), ignoring errors; call that to hear of them.
     ~CArchive();
@@ -131,8 +133,9 @@ class NKDT_API CArchive {
     /// `badClass`. Also `badClass` for a class that is not registered or abstract, `badSchema` for one that
     /// was written with another schema, `badIndex` for a number that stands for nothing.
     CObject* ReadObject(const CRuntimeClass* pClass);
-    /// Writes the object (or null) through its Serialize(), once; later only its index. Its class must be
-    /// registered and not abstract, with a name of at most 63 bytes, else `badClass`.
+    /// Writes the object (or null) through its Serialize(), once; later only its index. An object is told by
+    /// its address, so it must outlive the archive's use. Its class must be registered and not abstract, with
+    /// a name of at most 63 bytes, else `badClass`.
     void WriteObject(const CObject* pObject);
     /// While an object is read: the schema that its class had when it was written.
     UINT GetObjectSchema() const noexcept { return m_nSchema; }

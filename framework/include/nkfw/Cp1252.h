@@ -1,8 +1,9 @@
 #pragma once
 
 /// @file
-/// Code page 1252 and Unicode, character by character. The five bytes that the page leaves open (0x81, 0x8D, 0x8F,
-/// 0x90, 0x9D) stand for the control characters of the same number, so every byte has a character and comes back.
+/// Code page 1252 and Unicode, character by character. The five bytes that the page leaves open (0x81, 0x8D,
+/// 0x8F, 0x90, 0x9D) stand for the control characters of the same number, so every byte has a character and
+/// comes back.
 
 #include <array>
 

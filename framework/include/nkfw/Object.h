@@ -11,10 +11,12 @@
 ///     static CObject* CreateObject() { return new Artikel; }
 ///     const CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
 /// };
+///
 /// // in the source file
-/// static constexpr CRuntimeClass classArtikel{"Artikel", sizeof(Artikel), 1, &Artikel::CreateObject,
-/// &CObject::GetThisClass}; static const CClassRegistration registrationArtikel{classArtikel}; const
-/// CRuntimeClass* Artikel::GetThisClass() noexcept { return &classArtikel; }
+/// static constexpr CRuntimeClass classArtikel{"Artikel", sizeof(Artikel), 1,
+///                                             &Artikel::CreateObject, &CObject::GetThisClass};
+/// static const CClassRegistration registrationArtikel{classArtikel};
+/// const CRuntimeClass* Artikel::GetThisClass() noexcept { return &classArtikel; }
 /// @endcode
 
 #include <atomic>
@@ -72,7 +74,7 @@ class NKDT_API CObject {
 
     /// The object's own class.
     virtual const CRuntimeClass* GetRuntimeClass() const;
-    virtual ~CObject();
+    virtual ~CObject() = default;
     /// Writes the object to the archive or reads it from there; the root has nothing to store.
     virtual void Serialize(CArchive& ar);
     /// Checks the object's invariants in derived classes; does nothing here.

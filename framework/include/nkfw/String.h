@@ -21,17 +21,26 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#if defined(__cpp_impl_three_way_comparison)
+#include <compare>
+#endif
 
 #include "nkfw/Export.h"
 #include "nkfw/Types.h"
 
 class NKDT_API CString {
     // Construction and assignment take pointers only, so that a class with several conversions (to a pointer,
-    // to a CString) converts in exactly one way.
+    // to a CString) converts in exactly one way. Where a character stands, no number is taken as its code.
     template <class P>
     using IfText = std::enable_if_t<std::is_pointer_v<P> && std::is_convertible_v<P, LPCTSTR>, int>;
     template <class P>
     using IfWide = std::enable_if_t<std::is_pointer_v<P> && std::is_convertible_v<P, const OLECHAR*>, int>;
+    template <class C>
+    using IfCharacter = std::enable_if_t<std::is_same_v<C, TCHAR>, int>;
+    template <class N>
+    using IfNumber =
+        std::enable_if_t<(std::is_arithmetic_v<N> && !std::is_same_v<N, TCHAR>) || std::is_enum_v<N>,
+                         CString>;
 
   public:
     CString() noexcept : m_pText(s_szEmpty), m_nLength(0), m_nAlloc(0) {}
@@ -55,8 +64,12 @@ class NKDT_API CString {
     /// The first @p nLength bytes of @p pch, NUL bytes included. A negative length counts as 0.
     CString(LPCTSTR pch, INT nLength);
     /// @p nRepeat times the character @p ch.
-    explicit CString(TCHAR ch, INT nRepeat = 1);
+    template <class C, IfCharacter<C> = 0>
+    explicit CString(C ch, INT nRepeat = 1) : CString() {
+        Fill(ch, nRepeat);
+    }
     explicit CString(std::string_view text) : CString() { Assign(text); }
+    CString(std::nullptr_t) = delete;
     ~CString() {
         if (m_nAlloc != 0) Free();
     }
@@ -79,7 +92,10 @@ class NKDT_API CString {
         AssignWide(pwsz);
         return *this;
     }
-    CString& operator=(TCHAR ch) { return Assign({&ch, 1}); }
+    template <class C, IfCharacter<C> = 0>
+    CString& operator=(C ch) {
+        return Assign({&ch, 1});
+    }
     /// Takes these bytes, NUL bytes included.
     CString& Assign(std::string_view text);
 
@@ -112,7 +128,10 @@ class NKDT_API CString {
 
     CString& operator+=(const CString& r) { return Append(r.View()); }
     CString& operator+=(LPCTSTR psz) { return Append(ViewOf(psz)); }
-    CString& operator+=(TCHAR ch) { return Append({&ch, 1}); }
+    template <class C, IfCharacter<C> = 0>
+    CString& operator+=(C ch) {
+        return Append({&ch, 1});
+    }
     /// Appends these bytes, NUL bytes included. The buffer at least doubles when it has to grow.
     CString& Append(std::string_view text);
 
@@ -151,17 +170,30 @@ class NKDT_API CString {
 
     friend CString operator+(CString a, const CString& b) { return static_cast<CString&&>(a += b); }
     friend CString operator+(CString a, LPCTSTR b) { return static_cast<CString&&>(a += b); }
-    friend CString operator+(CString a, TCHAR b) { return static_cast<CString&&>(a += b); }
+    template <class C, IfCharacter<C> = 0>
+    friend CString operator+(CString a, C b) {
+        return static_cast<CString&&>(a += b);
+    }
     friend NKDT_API CString operator+(LPCTSTR a, const CString& b);
-    friend NKDT_API CString operator+(TCHAR a, const CString& b);
+    template <class C, IfCharacter<C> = 0>
+    friend CString operator+(C a, const CString& b) {
+        const TCHAR szFirst[] = {a, '\0'};
+        return static_cast<LPCTSTR>(szFirst) + b;
+    }
+    // A number would move the pointer.
+    template <class N>
+    friend IfNumber<N> operator+(const CString&, N) = delete;
+    template <class N>
+    friend IfNumber<N> operator+(N, const CString&) = delete;
 
   private:
     static std::string_view ViewOf(LPCTSTR psz) noexcept {
         return psz != nullptr ? std::string_view(psz, std::strlen(psz)) : std::string_view();
     }
+    void Fill(TCHAR ch, INT nCount);
     void AssignWide(const OLECHAR* pwsz);
     void Grow(std::size_t nAlloc);
-    void Discard(std::size_t nAlloc);
+    static CString WithRoom(std::size_t nAlloc);
     void SetLength(std::size_t nLength) noexcept;
     void Free() noexcept;
 
@@ -170,4 +202,14 @@ class NKDT_API CString {
     LPTSTR m_pText;  // owned when m_nAlloc > 0, else the shared empty text
     INT m_nLength;
     INT m_nAlloc;
+
+#if defined(__cpp_impl_three_way_comparison)
+    // Without these a `<=>`, written or made for a pair of texts, would compare the pointers.
+    friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept {
+        return a.View().compare(b.View()) <=> 0;
+    }
+    friend std::strong_ordering operator<=>(const CString& a, LPCTSTR b) noexcept {
+        return a.Compare(b) <=> 0;
+    }
+#endif
 };

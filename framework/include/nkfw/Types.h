@@ -3,8 +3,8 @@
 /// @file
 /// The portable types of the interface: fixed widths whatever the platform.
 ///
-/// A `BOOL` is a 32-bit integer, not the language's `bool`: it keeps the number it is given. Text is one byte a
-/// character in code page 1252 (`TCHAR`); `BSTR` (see BStr.h) is length-prefixed 16-bit text.
+/// A `BOOL` is a 32-bit integer, not the language's `bool`: it keeps the number it is given. Text is one byte
+/// a character in code page 1252 (`TCHAR`); `BSTR` (see BStr.h) is length-prefixed 16-bit text.
 
 #include <cstdint>
 
@@ -41,11 +41,11 @@ using BSTR = OLECHAR*;
 
 /// Date and time of a database field; the fields are named and sized as the call-level interface has them.
 struct TIMESTAMP_STRUCT {
-    SHORT year;      ///< the year, as it is (2004)
-    USHORT month;    ///< 1 to 12
-    USHORT day;      ///< 1 to 31
-    USHORT hour;     ///< 0 to 23
-    USHORT minute;   ///< 0 to 59
-    USHORT second;   ///< 0 to 59
-    UINT fraction;   ///< billionths of a second
+    SHORT year;     ///< the year, as it is (2004)
+    USHORT month;   ///< 1 to 12
+    USHORT day;     ///< 1 to 31
+    USHORT hour;    ///< 0 to 23
+    USHORT minute;  ///< 0 to 59
+    USHORT second;  ///< 0 to 59
+    UINT fraction;  ///< billionths of a second
 };
