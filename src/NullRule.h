@@ -3,6 +3,7 @@
 /// @file
 /// What an operation does with undefined operands, decided in one place.
 
+#include "ValueAccess.h"
 #include "nkdt/NkDtBasis.h"
 
 namespace nkdt {
@@ -17,22 +18,30 @@ enum class Neutral : unsigned char {
 enum class Outcome : unsigned char { undefined, takeLeft, takeRight, compute };
 
 /// What the decision needs to know of an operand; a plain number is always defined.
-struct OperandState {
+class OperandState {
+  public:
     explicit OperandState(INT) noexcept {}
-    explicit OperandState(const NkDtBasis& value)
-        : defined(value.IsDefined() != FALSE),
-          missing(value.IsMissing() != FALSE),
-          null(value.IsNull() != FALSE) {}
+    explicit OperandState(const NkDtBasis& value) : OperandState(ValueAccess::state(value)) {}
 
-    bool defined = true;
-    bool missing = false;
-    bool null = false;
+    bool isDefined() const noexcept { return m_defined; }
+    bool isMissing() const noexcept { return !m_defined && m_mode == NkDtWmMissing; }
+    bool isNull() const noexcept { return !m_defined && m_mode == NkDtWmNull; }
+
+  private:
+    explicit OperandState(const State& state) noexcept
+        : m_defined(state.defined == TRUE), m_mode(state.mode) {}
+
+    bool m_defined = true;
+    NkDtWorkingMode m_mode = NkDtWmMissing;
 };
 
 inline Outcome decide(const OperandState& left, const OperandState& right, Neutral neutral) noexcept {
-    if (left.missing || right.missing || (!left.defined && !right.defined)) return Outcome::undefined;
-    if (neutral != Neutral::none && right.null) return Outcome::takeLeft;
-    if (neutral == Neutral::both && left.null) return Outcome::takeRight;
+    if (left.isDefined() && right.isDefined()) [[likely]]
+        return Outcome::compute;
+    if (left.isMissing() || right.isMissing() || (!left.isDefined() && !right.isDefined()))
+        return Outcome::undefined;
+    if (neutral != Neutral::none && right.isNull()) return Outcome::takeLeft;
+    if (neutral == Neutral::both && left.isNull()) return Outcome::takeRight;
     return Outcome::compute;
 }
 

@@ -37,6 +37,15 @@ extern thread_local constinit FreeList freeList
 /// Gives the block to the system, or makes the list ready and keeps it.
 void giveSlow(void* block) noexcept;
 
+struct TwoBlocks {
+    void* first;
+    void* second;
+};
+/// Two blocks, taken one by one.
+[[nodiscard]] TwoBlocks takeTwoSlow();
+/// Gives two blocks, one by one.
+void giveTwoSlow(void* first, void* second) noexcept;
+
 /// A block of recordBlockSize bytes, or null.
 [[nodiscard]] inline void* tryTake() noexcept {
     FreeList& list = freeList;
@@ -62,6 +71,27 @@ inline void give(void* block) noexcept {
         return giveSlow(block);
     list.head = ::new (block) FreeBlock{list.head};
     ++list.count;
+}
+
+/// Two blocks with one look at the list: each look waits for the one before.
+[[nodiscard]] inline TwoBlocks takeTwo() {
+    FreeList& list = freeList;
+    FreeBlock* const first = list.head;
+    FreeBlock* const second = first != nullptr ? first->next : nullptr;
+    if (second == nullptr) [[unlikely]]
+        return takeTwoSlow();
+    list.head = second->next;
+    list.count -= 2;
+    return {first, second};
+}
+
+inline void giveTwo(void* first, void* second) noexcept {
+    FreeList& list = freeList;
+    if (list.count + 2 > list.limit) [[unlikely]]
+        return giveTwoSlow(first, second);
+    FreeBlock* const below = ::new (second) FreeBlock{list.head};
+    list.head = ::new (first) FreeBlock{below};
+    list.count += 2;
 }
 
 /// A record in a block of the pool; the block goes back when its construction fails.
@@ -96,8 +126,7 @@ template <class T>
 Record<T>::Record(const Record& r) : m_pRecord(pool::make<T>(*r)) {}
 
 template <class T>
-Record<T>::~Record() {
-    if (m_pRecord == nullptr) return;
+void Record<T>::end() noexcept {
     m_pRecord->~T();
     pool::give(m_pRecord);
 }

@@ -80,6 +80,21 @@ void giveSlow(void* block) noexcept {
     nkfw::release(block);
 }
 
+TwoBlocks takeTwoSlow() {
+    void* const first = take();
+    void* const second = tryTake();
+    if (second == nullptr) {
+        give(first);
+        exhausted();
+    }
+    return {first, second};
+}
+
+void giveTwoSlow(void* first, void* second) noexcept {
+    give(second);
+    give(first);
+}
+
 }  // namespace nkdt::pool
 
 namespace nkdt {

@@ -10,7 +10,7 @@
 #include "Conversion.h"
 #include "NullRule.h"
 #include "Raise.h"
-#include "RecordMemory.h"
+#include "ValueRecords.h"
 #include "nkdt/WholeNumber.h"
 
 namespace nkdt {
@@ -29,16 +29,24 @@ inline constexpr Origin originOf(const char* operation) {
 
 template <class Derived>
 WholeNumber<Derived>::WholeNumber(BOOL fDefined, NkDtWorkingMode eMode, Value n)
-    : NkDtBasis(fDefined, eMode), m_imp(std::in_place, n) {}
+    : WholeNumber(newRecords<Imp>(newState(fDefined, eMode), n)) {}
 
 template <class Derived>
-WholeNumber<Derived>::WholeNumber(const NkDtBasis& r, Value n) : NkDtBasis(r), m_imp(std::in_place, n) {}
+WholeNumber<Derived>::WholeNumber(const NkDtBasis& r, Value n)
+    : WholeNumber(newRecords<Imp>(ValueAccess::state(r), n)) {}
 
 template <class Derived>
-WholeNumber<Derived>::WholeNumber(const WholeNumber& r) = default;
+WholeNumber<Derived>::WholeNumber(const WholeNumber& r)
+    : WholeNumber(newRecords<Imp>(ValueAccess::state(r), *r.m_imp)) {}
 
 template <class Derived>
-WholeNumber<Derived>::~WholeNumber() = default;
+WholeNumber<Derived>::WholeNumber(const NewRecords<Imp>& records) noexcept
+    : NkDtBasis(records.state), m_imp(records.imp) {}
+
+template <class Derived>
+WholeNumber<Derived>::~WholeNumber() {
+    endRecords(*this, m_imp);
+}
 
 template <class Derived>
 auto WholeNumber<Derived>::Stored() const -> Value {

@@ -1,7 +1,7 @@
 #include "nkdt/NkDtBasis.h"
 
 #include "NullRule.h"
-#include "RecordMemory.h"
+#include "ValueRecords.h"
 #include "nkfw/Archive.h"
 
 namespace {
@@ -9,17 +9,13 @@ namespace {
 constexpr CRuntimeClass classNkDtBasis{"NkDtBasis", sizeof(NkDtBasis), 1, nullptr, &CObject::GetThisClass};
 const CClassRegistration registration{classNkDtBasis};
 
-constinit NkDtWorkingMode defaultWorkingMode = NkDtWmMissing;
-
-/// The mode that is stored where @p mode is given: 3, and every number that is no mode, stands for the
-/// default.
-NkDtWorkingMode storedMode(NkDtWorkingMode mode) noexcept {
-    return mode == NkDtWmMissing || mode == NkDtWmNull || mode == NkDtWmDefined ? mode : defaultWorkingMode;
-}
-
 }  // namespace
 
+constinit NkDtWorkingMode nkdt::defaultWorkingMode = NkDtWmMissing;
+
 template class nkdt::Record<nkdt::State>;
+
+using namespace nkdt;
 
 void NkDtSetDefaultWorkingMode(NkDtWorkingMode eMode) noexcept {
     defaultWorkingMode = eMode == NkDtWmNull || eMode == NkDtWmDefined ? eMode : NkDtWmMissing;
@@ -29,16 +25,12 @@ NkDtWorkingMode NkDtGetDefaultWorkingMode() noexcept {
     return defaultWorkingMode;
 }
 
-nkdt::State::State() noexcept : State(FALSE, NkDtWmDefault) {}
+State::State() noexcept : State(FALSE, defaultWorkingMode) {}
 
-nkdt::State::State(BOOL isDefined, NkDtWorkingMode workingMode) noexcept
-    : mode(storedMode(workingMode)), defined(mode == NkDtWmDefined ? TRUE : isDefined) {}
-
-NkDtBasis::NkDtBasis(BOOL fDefined, NkDtWorkingMode eMode) : m_state(std::in_place, fDefined, eMode) {}
+NkDtBasis::NkDtBasis(BOOL fDefined, NkDtWorkingMode eMode)
+    : m_state(std::in_place, newState(fDefined, eMode)) {}
 
 NkDtBasis::NkDtBasis(const NkDtBasis& r) : CObject(), m_state(r.m_state) {}
-
-NkDtBasis::~NkDtBasis() = default;
 
 const CRuntimeClass* NkDtBasis::GetThisClass() noexcept {
     return &classNkDtBasis;

@@ -45,7 +45,7 @@ const CClassRegistration registration{classNkDtLong};
 
 NkDtLong::NkDtLong(NkDtWorkingMode eMode) : WholeNumber(FALSE, eMode) {}
 
-NkDtLong::NkDtLong(INT n) : WholeNumber(TRUE, NkDtWmDefault, n) {}
+[[gnu::flatten]] NkDtLong::NkDtLong(INT n) : WholeNumber(TRUE, NkDtWmDefault, n) {}
 
 NkDtLong::NkDtLong(LPCTSTR psz) : WholeNumber(TRUE, NkDtWmDefault, NkDtLong_Imp::fromString(psz)) {}
 
@@ -54,9 +54,9 @@ NkDtLong::NkDtLong(const NkDtShort& r) : WholeNumber(r, r.IsDefined() ? LONG{r.G
 NkDtLong::NkDtLong(const NkDtString& r)
     : WholeNumber(r, r.IsDefined() ? NkDtLong_Imp::fromString(r) : LONG{0}) {}
 
-NkDtLong::NkDtLong(const NkDtLong& r) = default;
+[[gnu::flatten]] NkDtLong::NkDtLong(const NkDtLong& r) = default;
 
-NkDtLong::~NkDtLong() = default;
+[[gnu::flatten]] NkDtLong::~NkDtLong() = default;
 
 const CRuntimeClass* NkDtLong::GetThisClass() noexcept {
     return &classNkDtLong;

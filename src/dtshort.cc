@@ -43,7 +43,8 @@ NkDtShort::NkDtShort(NkDtWorkingMode eMode) : WholeNumber(FALSE, eMode) {}
 
 NkDtShort::NkDtShort(short n) : WholeNumber(TRUE, NkDtWmDefault, n) {}
 
-NkDtShort::NkDtShort(INT n) : WholeNumber(TRUE, NkDtWmDefault, NkDtShort_Imp::fromNumber(n)) {}
+[[gnu::flatten]] NkDtShort::NkDtShort(INT n)
+    : WholeNumber(TRUE, NkDtWmDefault, NkDtShort_Imp::fromNumber(n)) {}
 
 NkDtShort::NkDtShort(LPCTSTR psz) : WholeNumber(TRUE, NkDtWmDefault, NkDtShort_Imp::fromString(psz)) {}
 
@@ -53,9 +54,9 @@ NkDtShort::NkDtShort(const NkDtLong& r)
 NkDtShort::NkDtShort(const NkDtString& r)
     : WholeNumber(r, r.IsDefined() ? NkDtShort_Imp::fromString(r) : SHORT{0}) {}
 
-NkDtShort::NkDtShort(const NkDtShort& r) = default;
+[[gnu::flatten]] NkDtShort::NkDtShort(const NkDtShort& r) = default;
 
-NkDtShort::~NkDtShort() = default;
+[[gnu::flatten]] NkDtShort::~NkDtShort() = default;
 
 const CRuntimeClass* NkDtShort::GetThisClass() noexcept {
     return &classNkDtShort;

@@ -1,6 +1,5 @@
 #include <cstddef>
 #include <cstring>
-#include <functional>
 #include <ostream>
 #include <string_view>
 
@@ -78,7 +77,8 @@ NkDtString& NkDtString::operator=(TCHAR ch) {
 }
 
 void NkDtString::TakeWhole(LPCTSTR psz, INT nLength) {
-    if (!IsDefined() || GetAllocLength() < nLength) Text().StrRealloc(nLength);
+    // A source inside this text needs its buffer, which has the room.
+    if (GetAllocLength() < nLength || (!IsDefined() && !Text().Holds(psz))) Text().StrRealloc(nLength);
     if (std::strcmp(Text().Text(), psz) != 0) {
         SetModified(TRUE);
         Text().Write(0, psz, nLength);
@@ -154,9 +154,8 @@ void NkDtString::AppendText(LPCTSTR psz, std::size_t nLength, const Origin& orig
         const INT nOld = GetLength();
         const INT nNew = combinedLength(static_cast<std::size_t>(nOld), nLength, origin);
         // A source inside this text moves with the buffer.
-        const std::ptrdiff_t nOffset = psz - Text().Text();
-        const bool fInside =
-            std::less_equal<>()(Text().Text(), psz) && std::less_equal<>()(psz, Text().Text() + nOld);
+        const bool fInside = Text().Holds(psz);
+        const std::ptrdiff_t nOffset = fInside ? psz - Text().Text() : 0;
         if (!IsDefined() || GetAllocLength() < nNew) Text().StrRealloc(nNew);
         Text().Write(nOld, fInside ? Text().Text() + nOffset : psz, static_cast<INT>(nLength));
         SetModified(TRUE);

@@ -36,7 +36,9 @@ namespace nkdt {
 struct State {
     /// The state of an undefined value in the process default mode; defined when that mode is 2.
     NKDT_API State() noexcept;
-    State(BOOL defined, NkDtWorkingMode workingMode) noexcept;
+    /// @param storedMode not NkDtWmDefault; NkDtWmDefined makes the value defined in any case
+    State(BOOL isDefined, NkDtWorkingMode storedMode) noexcept
+        : mode(storedMode), defined(storedMode == NkDtWmDefined ? TRUE : isDefined) {}
     /// All but the format, which is never copied.
     State(const State& r) noexcept : mode(r.mode), defined(r.defined), modified(r.modified) {}
     State& operator=(const State&) = delete;
@@ -47,7 +49,7 @@ struct State {
     const NkFormat* format = nullptr;  // not owned
 };
 
-extern template class Record<State>;
+extern template class NKDT_API Record<State>;
 
 struct ValueAccess;
 
@@ -63,7 +65,7 @@ class NKDT_API NkDtBasis : public CObject {
   public:
     static const CRuntimeClass* GetThisClass() noexcept;
     const CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
-    ~NkDtBasis() override;
+    ~NkDtBasis() override = default;
 
   protected:
     /// Writes the defined flag as one 32-bit word, or reads it; a change sets the modified flag. Mode,
@@ -129,6 +131,8 @@ class NKDT_API NkDtBasis : public CObject {
     /// Copies mode, definedness and modified flag, not the format.
     NkDtBasis(const NkDtBasis& r);
     NkDtBasis(NkDtBasis&& r) noexcept = default;
+    /// Takes over a state record of the pool.
+    explicit NkDtBasis(nkdt::State* pState) noexcept : m_state(pState) {}
 
     /// Sets the definedness, whatever the mode; a change sets the modified flag.
     void SetDefined(BOOL fDefined);

@@ -25,8 +25,8 @@ struct nkdt::WholeNumberTraits<NkDtLong> {
     using Field = long;
 };
 
-extern template class nkdt::Record<NkDtLong_Imp>;
-extern template class nkdt::WholeNumber<NkDtLong>;
+extern template class NKDT_API nkdt::Record<NkDtLong_Imp>;
+extern template class NKDT_API nkdt::WholeNumber<NkDtLong>;
 
 class NKDT_API NkDtLong : public nkdt::WholeNumber<NkDtLong> {
   public:

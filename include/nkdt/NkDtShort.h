@@ -26,8 +26,8 @@ struct nkdt::WholeNumberTraits<NkDtShort> {
     using Field = int;
 };
 
-extern template class nkdt::Record<NkDtShort_Imp>;
-extern template class nkdt::WholeNumber<NkDtShort>;
+extern template class NKDT_API nkdt::Record<NkDtShort_Imp>;
+extern template class NKDT_API nkdt::WholeNumber<NkDtShort>;
 
 class NKDT_API NkDtShort : public nkdt::WholeNumber<NkDtShort> {
   public:
@@ -64,24 +64,85 @@ class NKDT_API NkDtShort : public nkdt::WholeNumber<NkDtShort> {
         return *this;
     }
 
-    friend NkDtLong operator+(const NkDtLong& a, const NkDtShort& b) { return a + NkDtLong(b); }
-    friend NkDtLong operator-(const NkDtLong& a, const NkDtShort& b) { return a - NkDtLong(b); }
-    friend NkDtLong operator*(const NkDtLong& a, const NkDtShort& b) { return a * NkDtLong(b); }
-    friend NkDtLong operator/(const NkDtLong& a, const NkDtShort& b) { return a / NkDtLong(b); }
-    friend NkDtLong operator+(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) + b; }
-    friend NkDtLong operator-(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) - b; }
-    friend NkDtLong operator*(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) * b; }
-    friend NkDtLong operator/(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) / b; }
-    friend BOOL operator==(const NkDtLong& a, const NkDtShort& b) { return a == NkDtLong(b); }
-    friend BOOL operator!=(const NkDtLong& a, const NkDtShort& b) { return a != NkDtLong(b); }
-    friend BOOL operator<(const NkDtLong& a, const NkDtShort& b) { return a < NkDtLong(b); }
-    friend BOOL operator>(const NkDtLong& a, const NkDtShort& b) { return a > NkDtLong(b); }
-    friend BOOL operator<=(const NkDtLong& a, const NkDtShort& b) { return a <= NkDtLong(b); }
-    friend BOOL operator>=(const NkDtLong& a, const NkDtShort& b) { return a >= NkDtLong(b); }
-    friend BOOL operator==(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) == b; }
-    friend BOOL operator!=(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) != b; }
-    friend BOOL operator<(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) < b; }
-    friend BOOL operator>(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) > b; }
-    friend BOOL operator<=(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) <= b; }
-    friend BOOL operator>=(const NkDtShort& a, const NkDtLong& b) { return NkDtLong(a) >= b; }
+    // Templates, so that beside a third type, a text say, a short is a short.
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend NkDtLong operator+(const T& a, const NkDtShort& b) {
+        return a + NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend NkDtLong operator-(const T& a, const NkDtShort& b) {
+        return a - NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend NkDtLong operator*(const T& a, const NkDtShort& b) {
+        return a * NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend NkDtLong operator/(const T& a, const NkDtShort& b) {
+        return a / NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend NkDtLong operator+(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) + b;
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend NkDtLong operator-(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) - b;
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend NkDtLong operator*(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) * b;
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend NkDtLong operator/(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) / b;
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator==(const T& a, const NkDtShort& b) {
+        return a == NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator!=(const T& a, const NkDtShort& b) {
+        return a != NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator<(const T& a, const NkDtShort& b) {
+        return a < NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator>(const T& a, const NkDtShort& b) {
+        return a > NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator<=(const T& a, const NkDtShort& b) {
+        return a <= NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator>=(const T& a, const NkDtShort& b) {
+        return a >= NkDtLong(b);
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator==(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) == b;
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator!=(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) != b;
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator<(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) < b;
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator>(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) > b;
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator<=(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) <= b;
+    }
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong>> = 0>
+    friend BOOL operator>=(const NkDtShort& a, const T& b) {
+        return NkDtLong(a) >= b;
+    }
 };

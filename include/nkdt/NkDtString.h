@@ -36,7 +36,7 @@ class NkDtString_Imp;
 namespace nkdt {
 
 struct Origin;
-extern template class Record<NkDtString_Imp>;
+extern template class NKDT_API Record<NkDtString_Imp>;
 
 }  // namespace nkdt
 
@@ -146,7 +146,13 @@ class NKDT_API NkDtString : public NkDtBasis {
     TCHAR operator[](W n) const {
         return (*this)[nkdt::fits<INT>(n) ? static_cast<INT>(n) : INT{-1}];
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, bool, char> || std::is_floating_point_v<T>> = 0>
+    /// Error 2 "Undefinierter Wert" for a missing position.
+    template <class T, nkdt::If<nkdt::isKindOf<T, NkDtLong, NkDtShort>> = 0>
+    TCHAR operator[](const T& n) const {
+        return (*this)[n.GetValue()];
+    }
+    template <class T,
+              nkdt::If<std::is_same_v<T, bool> || nkdt::isCharacter<T> || std::is_floating_point_v<T>> = 0>
     TCHAR operator[](T) const = delete;
     /// The text, "" when undefined; valid until the next change.
     operator LPCTSTR() const;
@@ -172,6 +178,9 @@ class NKDT_API NkDtString : public NkDtBasis {
     }
     template <class T, nkdt::If<nkdt::isNoTextOperand<T>> = 0>
     NkDtString& operator+=(const T&) = delete;
+
+    /// Appends the text to a framework text.
+    friend CString& operator+=(CString& a, const NkDtString& b) { return a += static_cast<LPCTSTR>(b); }
 
     // Concatenation: an undefined operand contributes nothing, the result is a copy of the other one. Error 8
     // when the result would be too long, error 5 for a null pointer.
@@ -287,29 +296,29 @@ class NKDT_API NkDtString : public NkDtBasis {
     }
 
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator==(const NkDtString&, const T&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator==(const NkDtString&, const T&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator!=(const NkDtString&, const T&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator!=(const NkDtString&, const T&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator<(const NkDtString&, const T&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator<(const NkDtString&, const T&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator>(const NkDtString&, const T&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator>(const NkDtString&, const T&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator<=(const NkDtString&, const T&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator<=(const NkDtString&, const T&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator>=(const NkDtString&, const T&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator>=(const NkDtString&, const T&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator==(const T&, const NkDtString&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator==(const T&, const NkDtString&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator!=(const T&, const NkDtString&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator!=(const T&, const NkDtString&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator<(const T&, const NkDtString&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator<(const T&, const NkDtString&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator>(const T&, const NkDtString&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator>(const T&, const NkDtString&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator<=(const T&, const NkDtString&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator<=(const T&, const NkDtString&) = delete;
     template <class T>
-    friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, BOOL> operator>=(const T&, const NkDtString&) = delete;
+    friend nkdt::ResultIf<nkdt::isNoTextComparand<T>, BOOL> operator>=(const T&, const NkDtString&) = delete;
 
     /// Writes the text's bytes; nothing for an undefined text.
     friend std::ostream& operator<<(std::ostream& os, const NkDtString& str) { return Write(os, str); }
@@ -361,4 +370,12 @@ class NKDT_API NkDtString : public NkDtBasis {
     static std::ostream& Write(std::ostream& os, const NkDtString& str);
 
     nkdt::Record<NkDtString_Imp> m_imp;
+
+#if defined(__cpp_impl_three_way_comparison)
+    // Equality and order follow different rules, and the built-in `<=>` would compare pointers.
+    friend void operator<=>(const NkDtString&, const NkDtString&) = delete;
+    template <class T>
+    friend nkdt::ResultIf<!nkdt::isKindOf<T, NkDtString>, void> operator<=>(const NkDtString&,
+                                                                            const T&) = delete;
+#endif
 };

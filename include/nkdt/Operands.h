@@ -20,6 +20,10 @@ namespace nkdt {
 template <class T, class... Types>
 inline constexpr bool isOneOf = (std::is_same_v<T, Types> || ...);
 
+/// One of these classes, or a class derived from one.
+template <class T, class... Classes>
+inline constexpr bool isKindOf = (std::is_base_of_v<Classes, T> || ...);
+
 template <class T>
 inline constexpr bool isCharacter = isOneOf<T, char, wchar_t, char16_t, char32_t
 #if defined(__cpp_char8_t)
@@ -35,22 +39,28 @@ inline constexpr bool isWhole = std::is_integral_v<T> && !std::is_same_v<T, bool
 /// Value classes that have a text form of their own beside the text classes.
 template <class T>
 inline constexpr bool isNumberValue =
-    isOneOf<T, NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtDateTime, NkDtDateZp, NkDtTime>;
+    isKindOf<T, NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtDateTime, NkDtDateZp, NkDtTime>;
 
 /// What never stands beside a whole number: its value would be narrowed or misread.
 template <class T>
 inline constexpr bool isNoWholeOperand =
     std::is_floating_point_v<T> || std::is_same_v<T, bool> || isCharacter<T> ||
-    isOneOf<T, std::nullptr_t, NkDtWorkingMode, NkDtBool, NkDtChar>;
+    isOneOf<T, std::nullptr_t, NkDtWorkingMode> || isKindOf<T, NkDtBool, NkDtChar>;
 
 /// The text types.
 template <class T>
-inline constexpr bool isText = isOneOf<T, NkDtString, CString>;
+inline constexpr bool isText = isKindOf<T, NkDtString, CString>;
 
 /// What never stands beside a text, a character excepted.
 template <class T>
 inline constexpr bool isNoTextOperand = (std::is_arithmetic_v<T> && !std::is_same_v<T, TCHAR>) ||
                                         std::is_enum_v<T> || std::is_same_v<T, std::nullptr_t>;
+
+/// What a text is never compared with; beside a 16-bit text it would compare pointers.
+template <class T>
+inline constexpr bool isNoTextComparand = isNoTextOperand<T> ||
+                                          (!std::is_class_v<T> &&
+                                           std::is_convertible_v<const T&, const OLECHAR*>);
 
 /// What no text is built from: fractions, truth values, wide characters, nothing.
 template <class T>

@@ -23,12 +23,18 @@ class NKDT_API Record {
     /// A copy of the other's record.
     Record(const Record& r);
     Record(Record&& r) noexcept : m_pRecord(std::exchange(r.m_pRecord, nullptr)) {}
+    /// Takes over a record that was made in a block of the pool.
+    explicit Record(T* pRecord) noexcept : m_pRecord(pRecord) {}
     Record& operator=(const Record&) = delete;
-    ~Record();
+    ~Record() {
+        if (m_pRecord != nullptr) end();
+    }
 
     bool isHusk() const noexcept { return m_pRecord == nullptr; }
     /// Takes the other's record; the other gets this one's, which is none for a husk.
     void steal(Record& r) noexcept { std::swap(m_pRecord, r.m_pRecord); }
+    /// Gives the record up to the caller and becomes a husk.
+    T* release() noexcept { return std::exchange(m_pRecord, nullptr); }
 
     T* operator->() { return &**this; }
     const T* operator->() const { return &**this; }
@@ -42,7 +48,8 @@ class NKDT_API Record {
     }
 
   private:
-    void revive() const;
+    [[gnu::cold]] void revive() const;
+    void end() noexcept;
 
     mutable T* m_pRecord;
 };

@@ -38,6 +38,9 @@ namespace nkdt {
 template <class Derived>
 struct WholeNumberTraits;
 
+template <class Imp>
+struct NewRecords;
+
 template <class Derived>
 class NKDT_API WholeNumber : public NkDtBasis {
     using Traits = WholeNumberTraits<Derived>;
@@ -58,7 +61,7 @@ class NKDT_API WholeNumber : public NkDtBasis {
     Derived& operator=(W n) {
         return *this = Operand(n);
     }
-    template <class T, If<isNumberValue<T> && !std::is_same_v<T, Derived>> = 0>
+    template <class T, If<isNumberValue<T> && !isKindOf<T, Derived>> = 0>
     Derived& operator=(const T& r) {
         return Self() = Derived(r);
     }
@@ -80,11 +83,11 @@ class NKDT_API WholeNumber : public NkDtBasis {
     Derived& operator-=(W n) {
         return *this -= Operand(n);
     }
-    template <class T, If<isNumberValue<T> && !std::is_same_v<T, Derived>> = 0>
+    template <class T, If<isNumberValue<T> && !isKindOf<T, Derived>> = 0>
     Derived& operator+=(const T& r) {
         return *this += Derived(r);
     }
-    template <class T, If<isNumberValue<T> && !std::is_same_v<T, Derived>> = 0>
+    template <class T, If<isNumberValue<T> && !isKindOf<T, Derived>> = 0>
     Derived& operator-=(const T& r) {
         return *this -= Derived(r);
     }
@@ -325,6 +328,8 @@ class NKDT_API WholeNumber : public NkDtBasis {
     [[noreturn]] static void RaiseRange();
 
   private:
+    explicit WholeNumber(const NewRecords<Imp>& records) noexcept;
+
     enum class Operation : unsigned char { add, subtract, multiply, divide };
     enum class Comparison : unsigned char { equal, unequal, less, greater, lessEqual, greaterEqual };
 

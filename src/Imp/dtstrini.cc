@@ -103,6 +103,7 @@ void NkDtString_Imp::StrAlloc(LPCTSTR pszText, INT nLen, INT nAlloc) {
 
 void NkDtString_Imp::StrRealloc(INT nAlloc) {
     if (nAlloc == m_nAlloc) return;
+    if (nAlloc < m_nLength) SetLength(nAlloc);
     if (nAlloc == 0) return FreeBuffer();
     LPTSTR const buffer = m_nAlloc == 0
                               ? textMemory::allocate(bufferSize(nAlloc))

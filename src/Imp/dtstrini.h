@@ -4,6 +4,7 @@
 /// The value record of a text: its buffer and the rules of its growth.
 
 #include <cstddef>
+#include <functional>
 #include <string_view>
 
 #include "nkfw/Types.h"
@@ -39,13 +40,18 @@ class NkDtString_Imp {
     std::string_view WholeText() const noexcept { return {m_pText, static_cast<std::size_t>(m_nLength)}; }
     /// The text up to its first NUL, as every conversion that leaves the class sees it.
     std::string_view VisibleText() const noexcept { return std::string_view(m_pText); }
+    /// TRUE if @p psz points into this text, its end included.
+    bool Holds(LPCTSTR psz) const noexcept {
+        return std::less_equal<>()(LPCTSTR{m_pText}, psz) &&
+               std::less_equal<>()(psz, LPCTSTR{m_pText + m_nLength});
+    }
 
     /// The first min(length of the text, @p nAlloc) characters with room for @p nAlloc.
     void StrAlloc(LPCTSTR pszText, INT nAlloc);
     /// At most @p nLen characters, up to the text's end, the rest NUL; the length is @p nLen. The text may
     /// lie in this buffer.
     void StrAlloc(LPCTSTR pszText, INT nLen, INT nAlloc);
-    /// Makes the room exactly @p nAlloc characters; the text is kept as far as it fits, the length untouched.
+    /// Makes the room exactly @p nAlloc characters; the text and its length are kept as far as they fit.
     void StrRealloc(INT nAlloc);
     /// StrRealloc() if there is less room.
     void Reserve(INT nAlloc) {

@@ -1,0 +1,297 @@
+#pragma once
+
+/// @file
+/// What the tests of the value classes share: errors as values, states as texts, archives as bytes.
+
+#include <nkcp/CodePage.h>
+#include <nkdt/NkDtBasis.h>
+#include <nkdt/NkDtExcep.h>
+#include <nkdt/NkDtLong.h>
+#include <nkdt/NkDtShort.h>
+#include <nkdt/NkDtString.h>
+#include <nkeh/NkEhBasis.h>
+#include <nkfw/Archive.h>
+#include <nkfw/Exception.h>
+#include <nkfw/File.h>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace valuetest {
+
+/// The process default working mode for a scope.
+class DefaultMode {
+  public:
+    explicit DefaultMode(NkDtWorkingMode mode) : m_before(NkDtGetDefaultWorkingMode()) {
+        NkDtSetDefaultWorkingMode(mode);
+    }
+    ~DefaultMode() { NkDtSetDefaultWorkingMode(m_before); }
+    DefaultMode(const DefaultMode&) = delete;
+    DefaultMode& operator=(const DefaultMode&) = delete;
+
+  private:
+    NkDtWorkingMode m_before;
+};
+
+/// UTF-8, as the sources are written in, as text of the library.
+inline std::string cp1252(std::string_view utf8) {
+    std::string text;
+    EXPECT_TRUE(nkcp::appendCp1252FromUtf8(utf8, text).complete) << utf8;
+    return text;
+}
+
+// --- Errors -----------------------------------------------------------------------------------
+
+using ErrorPtr = std::unique_ptr<NkEhBasis>;
+
+/// The error that the operation raises, or null.
+template <class Operation>
+ErrorPtr errorOf(Operation&& operation) {
+    try {
+        std::forward<Operation>(operation)();
+    } catch (NkEhBasis* caught) {
+        return ErrorPtr(caught);
+    }
+    return nullptr;
+}
+
+/// The error that the operation raises; a failure of the test, and an error without number, if it raises none
+/// or another one.
+template <class Operation>
+ErrorPtr expectError(ULONG number, Operation&& operation) {
+    ErrorPtr error = errorOf(std::forward<Operation>(operation));
+    if (error == nullptr) {
+        ADD_FAILURE() << "no error, expected error " << number;
+        error.reset(new NkEhBasis("", "", "", "", 0, 0, 0, nullptr, FALSE, 0, FALSE));
+    } else {
+        EXPECT_EQ(error->GetErrorNumber(), number) << error->Report().GetString();
+    }
+    return error;
+}
+
+/// Error 1 in place of the error @p cause.
+template <class Operation>
+ErrorPtr expectReplaced(ULONG cause, Operation&& operation) {
+    ErrorPtr error = expectError(NkDtErrFolgefehler, std::forward<Operation>(operation));
+    EXPECT_EQ(error->GetCauseNumber(), cause) << error->Report().GetString();
+    EXPECT_FALSE(error->IsLogged());
+    return error;
+}
+
+/// Where an operation's error says that it comes from.
+struct ErrorCase {
+    const char* name;
+    std::function<void()> operation;
+    ULONG number;
+    const char* module;
+    std::string classText;
+    const char* function;
+    BOOL final = TRUE;
+    ULONG cause = 0;
+};
+
+inline void expectOrigins(const std::vector<ErrorCase>& cases) {
+    for (const ErrorCase& each : cases) {
+        SCOPED_TRACE(each.name);
+        const ErrorPtr error = expectError(each.number, each.operation);
+        EXPECT_STREQ(error->GetSourceFile(), each.module);
+        EXPECT_EQ(error->GetClassText(), each.classText);
+        EXPECT_STREQ(error->GetFunctionText(), each.function);
+        EXPECT_EQ(error->IsLogged(), each.final);
+        EXPECT_EQ(error->GetCauseNumber(), each.cause);
+        EXPECT_EQ(error->GetTextNumber(), 0U);
+        EXPECT_EQ(error->GetClassification1(), 1U);
+        EXPECT_EQ(error->GetClassification2(), 1U);
+        EXPECT_TRUE(error->IsKindOf(NkDtExcep::GetThisClass()));
+    }
+}
+
+/// The framework exception that the operation throws; a failure of the test if it throws none.
+template <class Exception, class Operation>
+int expectException(Operation&& operation) {
+    try {
+        std::forward<Operation>(operation)();
+    } catch (Exception* caught) {
+        int cause = 0;
+        if constexpr (requires { caught->m_cause; }) cause = caught->m_cause;
+        caught->Delete();
+        return cause;
+    }
+    ADD_FAILURE() << "no " << Exception::GetThisClass()->m_lpszClassName;
+    return -1;
+}
+
+// --- States -----------------------------------------------------------------------------------
+
+/// "defined", "missing", "null" or "undefined" (in mode 2), and " modified".
+inline std::string stateOf(const NkDtBasis& value) {
+    std::string state = value.IsDefined()   ? "defined"
+                        : value.IsMissing() ? "missing"
+                        : value.IsNull()    ? "null"
+                                            : "undefined";
+    if (value.IsModified()) state += " modified";
+    return state;
+}
+
+/// The bytes of the text with its length; NUL is shown as "\0".
+inline std::string bytesOf(const NkDtString& value) {
+    std::string bytes;
+    for (INT i = 0; i < value.GetLength(); ++i) {
+        if (value[i] == '\0') {
+            bytes += "\\0";
+        } else {
+            bytes += value[i];
+        }
+    }
+    return bytes;
+}
+
+/// "'text' length/allocation length state".
+inline std::string describe(const NkDtString& value) {
+    return "'" + bytesOf(value) + "' " + std::to_string(value.GetLength()) + "/" +
+           std::to_string(value.GetAllocLength()) + " " + stateOf(value);
+}
+
+/// "stored value state".
+template <class Whole>
+std::string describeNumber(const Whole& value) {
+    BOOL defined = FALSE;
+    USHORT version = 0;
+    return value.ConvToExtern(defined, version).GetValue() + (" " + stateOf(value));
+}
+inline std::string describe(const NkDtLong& value) {
+    return describeNumber(value);
+}
+inline std::string describe(const NkDtShort& value) {
+    return describeNumber(value);
+}
+
+/// The four working modes as they can be passed, for loops.
+inline constexpr NkDtWorkingMode kModes[] = {NkDtWmMissing, NkDtWmNull, NkDtWmDefined, NkDtWmDefault};
+/// The three that can be stored.
+inline constexpr NkDtWorkingMode kStoredModes[] = {NkDtWmMissing, NkDtWmNull, NkDtWmDefined};
+
+// --- Archives ---------------------------------------------------------------------------------
+
+using Bytes = std::vector<BYTE>;
+
+/// What the body writes into an archive.
+template <class Body>
+Bytes written(Body&& body) {
+    CMemFile file;
+    CArchive archive(&file, CArchive::store);
+    std::forward<Body>(body)(archive);
+    archive.Close();
+    const BYTE* const data = file.GetData();
+    return data == nullptr ? Bytes() : Bytes(data, data + file.GetLength());
+}
+
+/// Runs the body with an archive of these bytes.
+template <class Body>
+void reading(const Bytes& bytes, Body&& body) {
+    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    CArchive archive(&file, CArchive::load);
+    std::forward<Body>(body)(archive);
+}
+
+template <class Value>
+Bytes stored(Value& value) {
+    return written([&](CArchive& archive) { value.Serialize(archive); });
+}
+
+template <class Value>
+void load(Value& value, const Bytes& bytes) {
+    reading(bytes, [&](CArchive& archive) { value.Serialize(archive); });
+}
+
+// --- One value of each class -------------------------------------------------------------------
+
+/// What the typed tests need to know of a class: some values that differ, the empty one first.
+template <class Value>
+struct Sample;
+
+template <>
+struct Sample<NkDtLong> {
+    static constexpr const char* name = "NkDtLong";
+    static constexpr NkDtTyps typ = NkDtTypLong;
+    static constexpr const char* module = ".\\dtlong.cc";
+    static constexpr const char* fieldModule = ".\\dtlong.cc";
+    static constexpr const char* emptyText = "0";  // external text of the empty value
+    using Field = long;
+    static NkDtLong empty() { return NkDtLong(0); }
+    static NkDtLong one() { return NkDtLong(2147483647); }
+    static NkDtLong other() { return NkDtLong(-17); }
+    static constexpr const char* oneText = "2147483647";
+    static constexpr const char* otherText = "-17";
+    static Field oneField() { return 2147483647; }
+    static Field otherField() { return -17; }
+    static void setFromSql(NkDtLong& value, bool one) { value.SetFromSQL(one ? 2147483647L : -17L); }
+    static constexpr const char* oneSql = "2147483647";
+};
+
+template <>
+struct Sample<NkDtShort> {
+    static constexpr const char* name = "NkDtShort";
+    static constexpr NkDtTyps typ = NkDtTypShort;
+    static constexpr const char* module = ".\\dtshort.cc";
+    static constexpr const char* fieldModule = ".\\dtshort.cc";
+    static constexpr const char* emptyText = "0";
+    using Field = int;
+    static NkDtShort empty() { return NkDtShort(0); }
+    static NkDtShort one() { return NkDtShort(32767); }
+    static NkDtShort other() { return NkDtShort(-17); }
+    static constexpr const char* oneText = "32767";
+    static constexpr const char* otherText = "-17";
+    static Field oneField() { return 32767; }
+    static Field otherField() { return -17; }
+    static void setFromSql(NkDtShort& value, bool one) { value.SetFromSQL(one ? short{32767} : short{-17}); }
+    static constexpr const char* oneSql = "32767";
+};
+
+template <>
+struct Sample<NkDtString> {
+    static constexpr const char* name = "NkDtString";
+    static constexpr NkDtTyps typ = NkDtTypString;
+    static constexpr const char* module = ".\\dtstrfkt.cc";
+    static constexpr const char* emptyText = "";
+    using Field = CString;
+    static NkDtString empty() { return NkDtString(""); }
+    static NkDtString one() { return NkDtString("M\xFCller"); }
+    static NkDtString other() { return NkDtString("a text that is too long for a block of the pool"); }
+    static constexpr const char* oneText = "M\xFCller";
+    static constexpr const char* otherText = "a text that is too long for a block of the pool";
+    static Field oneField() { return CString("M\xFCller"); }
+    static Field otherField() { return CString("a text that is too long for a block of the pool"); }
+    static void setFromSql(NkDtString& value, bool one) {
+        const std::string text = one ? oneText : otherText;
+        value.SetFromSQL(text.c_str(), static_cast<INT>(text.size()), 1252);
+    }
+    static constexpr const char* oneSql = "'M\xFCller'";
+};
+
+/// The stored value as external text, whether it is defined or not.
+template <class Value>
+std::string textOf(const Value& value) {
+    BOOL defined = FALSE;
+    USHORT version = 0;
+    return static_cast<LPCTSTR>(value.ConvToExtern(defined, version));
+}
+
+using ValueClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtString>;
+
+struct ClassNames {
+    template <class Value>
+    static std::string GetName(int) {
+        return Sample<Value>::name;
+    }
+};
+
+}  // namespace valuetest

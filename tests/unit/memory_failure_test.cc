@@ -1,0 +1,509 @@
+// Lets the n-th request for memory fail, for every n, in every operation that asks for memory. Nothing may
+// leak (a leak checker watches the whole program) and nothing may be left half-built.
+
+#include <nkdt/NkDt.h>
+#include <nkfo/NkFormat.h>
+#include <nkfw/BStr.h>
+#include <nkfw/Recordset.h>
+
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "MemoryTesting.h"
+#include "ValueTesting.h"
+
+// The objects themselves, and what the standard library needs inside, come from here.
+void* operator new(std::size_t bytes) {
+    void* const block = memorytest::grant(bytes) ? std::malloc(bytes) : nullptr;
+    if (block == nullptr) throw std::bad_alloc();
+    return block;
+}
+void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
+    return memorytest::grant(bytes) ? std::malloc(bytes) : nullptr;
+}
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept {
+    std::free(block);
+}
+
+namespace {
+
+using namespace valuetest;
+using memorytest::Requests;
+
+constexpr const char* kLong = "a text that is too long for a pool's block";
+
+/// How an operation ended, to be added up where several endings are right.
+enum Ending : unsigned {
+    kDone = 1,
+    kNewHandler = 2,       // the error of the new-handler itself
+    kReplaced = 4,         // error 1, its cause the new-handler's error or an exhausted framework
+    kMemoryException = 8,  // the framework's exception
+    kBadAlloc = 16,        // the language's exception
+    kSomethingElse = 32
+};
+
+/// Runs the operation with the n-th request failing.
+template <class Operation>
+Ending endingOf(Requests& requests, Operation&& operation) {
+    Ending ending = kDone;
+    NkEhBasis* error = nullptr;
+    try {
+        operation();
+    } catch (NkEhBasis* caught) {
+        error = caught;
+    } catch (CMemoryException* caught) {
+        caught->Delete();
+        ending = kMemoryException;
+    } catch (const std::bad_alloc&) {
+        ending = kBadAlloc;
+    } catch (...) {
+        ending = kSomethingElse;
+    }
+    requests.end();
+    if (error == nullptr) return ending;
+    const ErrorPtr owner(error);
+    if (error->GetErrorNumber() == ulNkEhKeinSpeicher) return kNewHandler;
+    const ULONG cause = error->GetCauseNumber();
+    const bool exhausted = cause == ulNkEhKeinSpeicher || cause == NkDtErrFrameworkException;
+    const bool isText = std::string(error->GetCauseText()) == cp1252("Nicht genügend Speicher");
+    return error->GetErrorNumber() == NkDtErrFolgefehler && exhausted && isText ? kReplaced : kSomethingElse;
+}
+
+class MemoryFailure : public ::testing::Test {
+  protected:
+    /// Lets each request of the operation fail in turn. The operation builds what it needs and keeps nothing.
+    static void tryEach(const char* name, unsigned endings, const std::function<void()>& operation) {
+        SCOPED_TRACE(name);
+        for (long n = 1;; ++n) {
+            Requests requests(n);
+            const Ending ending = endingOf(requests, operation);
+            if (!Requests::failed()) {
+                EXPECT_EQ(ending, kDone);
+                EXPECT_GT(n, 1) << "asks for no memory";
+                return;
+            }
+            EXPECT_TRUE((ending & endings) != 0) << "request " << n << " ended in " << ending;
+        }
+    }
+
+    /// The same for an operation on a value; @p check is asked what became of it after each failure, given
+    /// the state before. Afterwards the operation must succeed on it.
+    template <class Value>
+    static void tryEachOn(const char* name, const std::function<Value()>& make, unsigned endings,
+                          const std::function<void(Value&)>& operation,
+                          const std::function<void(const Value&, const Value&)>& check) {
+        SCOPED_TRACE(name);
+        for (long n = 1;; ++n) {
+            Value value = make();
+            const Value before(value);
+            Requests requests(n);
+            const Ending ending = endingOf(requests, [&] { operation(value); });
+            if (!Requests::failed()) {
+                EXPECT_EQ(ending, kDone);
+                EXPECT_GT(n, 1) << "asks for no memory";
+                return;
+            }
+            EXPECT_TRUE((ending & endings) != 0) << "request " << n << " ended in " << ending;
+            check(value, before);
+            EXPECT_NO_THROW(operation(value));
+        }
+    }
+
+  private:
+    const memorytest::Pool m_off{false};
+};
+
+template <class Value>
+class AnyMemoryFailure : public MemoryFailure {};
+TYPED_TEST_SUITE(AnyMemoryFailure, ValueClasses, ClassNames);
+
+template <class Value>
+void isUnchanged(const Value& value, const Value& before) {
+    EXPECT_EQ(textOf(value), textOf(before));
+    EXPECT_EQ(stateOf(value), stateOf(before));
+    EXPECT_EQ(value.GetWorkingMode(), before.GetWorkingMode());
+}
+
+/// A text whose buffer could not be made larger is empty and owns nothing; the definedness stays.
+void isEmptied(const NkDtString& value, const NkDtString& before) {
+    EXPECT_EQ(describe(value), std::string("'' 0/0 ") + stateOf(before));
+}
+
+/// One or the other, when some requests come before the buffer's and some behind.
+void isUnchangedOrEmptied(const NkDtString& value, const NkDtString& before) {
+    if (value.GetAllocLength() != 0 || !before.IsDefined()) {
+        isUnchanged(value, before);
+    } else {
+        isEmptied(value, before);
+    }
+}
+
+// --- Every class --------------------------------------------------------------------------------------
+
+TYPED_TEST(AnyMemoryFailure, LeavesNothingBehindAConstructionThatFails) {
+    using S = Sample<TypeParam>;
+    constexpr unsigned endings = kNewHandler | kReplaced;
+    this->tryEach("by mode", endings, [] { const TypeParam value(NkDtWmNull); });
+    this->tryEach("from a value", endings, [] { const TypeParam value = S::one(); });
+    this->tryEach("from another", endings, [] { const TypeParam value = S::other(); });
+    const NkDtString text("17");
+    this->tryEach("from a text", endings, [&] { const TypeParam value(text); });
+}
+
+TYPED_TEST(AnyMemoryFailure, LeavesNothingBehindACopyThatFails) {
+    const TypeParam one = Sample<TypeParam>::one();
+    const TypeParam other = Sample<TypeParam>::other();
+    const TypeParam undefined(NkDtWmNull);
+    for (const TypeParam* const source : {&one, &other, &undefined}) {
+        const std::string before = describe(*source);
+        this->tryEach("copy", kNewHandler, [&] { const TypeParam copy(*source); });
+        this->tryEach("NewObject", kNewHandler | kBadAlloc,
+                      [&] { const std::unique_ptr<NkDtBasis> made(source->NewObject()); });
+        EXPECT_EQ(describe(*source), before);
+    }
+    this->tryEach("CreateObject", kNewHandler | kBadAlloc,
+                  [] { const std::unique_ptr<CObject> made(TypeParam::GetThisClass()->CreateObject()); });
+}
+
+TYPED_TEST(AnyMemoryFailure, LeavesAHuskAHuskUntilItsRecordsCanBeMade) {
+    for (long n = 1; n <= 2; ++n) {
+        TypeParam source = Sample<TypeParam>::one();
+        const TypeParam taken(std::move(source));
+        Requests requests(n);
+        const Ending ending = endingOf(requests, [&] {
+            source.Clear();
+            source.IsDefined();
+        });
+        EXPECT_EQ(ending, kNewHandler);
+        EXPECT_EQ(describe(source), describe(TypeParam()));
+        EXPECT_EQ(textOf(taken), Sample<TypeParam>::oneText);
+    }
+    TypeParam source = Sample<TypeParam>::one();
+    const TypeParam taken(std::move(source));
+    Requests requests(1);
+    EXPECT_EQ(endingOf(requests, [&] { const TypeParam copy(source); }), kNewHandler);
+}  // the husk ends here
+
+TYPED_TEST(AnyMemoryFailure, LeavesNothingBehindAConversionThatFails) {
+    using S = Sample<TypeParam>;
+    const TypeParam one = S::one();
+    const TypeParam other = S::other();
+    const TypeParam undefined(NkDtWmNull);
+    for (const TypeParam* const value : {&one, &other}) {
+        const std::string before = describe(*value);
+        this->tryEach("ConvToOFL", kReplaced, [&] { static_cast<void>(value->ConvToOFL()); });
+        EXPECT_EQ(describe(*value), before);
+    }
+    for (const TypeParam* const value : {&one, &other, &undefined}) {
+        const std::string before = describe(*value);
+        this->tryEach("ConvToSQL", kNewHandler | kReplaced, [&] { static_cast<void>(value->ConvToSQL()); });
+        this->tryEach("ConvToExtern", kNewHandler | kReplaced, [&] {
+            BOOL defined = FALSE;
+            USHORT version = 0;
+            static_cast<void>(value->ConvToExtern(defined, version));
+        });
+        this->tryEach("ConvToRecordSet", kMemoryException, [&] {
+            CRecordset rs;
+            typename S::Field field{};
+            value->ConvToRecordSet(rs, field);
+        });
+        EXPECT_EQ(describe(*value), before);
+    }
+}
+
+TYPED_TEST(AnyMemoryFailure, LeavesNothingBehindAnArchiveThatFails) {
+    const TypeParam one = Sample<TypeParam>::one();
+    const TypeParam other = Sample<TypeParam>::other();
+    constexpr unsigned endings = kNewHandler | kReplaced | kMemoryException | kBadAlloc;
+    const auto store = [&](CFile& file) {
+        CArchive archive(&file, CArchive::store);
+        archive << &one << &other << &one;
+        archive.Close();
+    };
+    this->tryEach("store", endings, [&] {
+        CMemFile file;
+        store(file);
+    });
+    CMemFile file;
+    store(file);
+    this->tryEach("load", endings, [&] {
+        file.Seek(0, CFile::begin);
+        CArchive archive(&file, CArchive::load);
+        const std::unique_ptr<CObject> first(archive.ReadObject(TypeParam::GetThisClass()));
+        const std::unique_ptr<CObject> second(archive.ReadObject(TypeParam::GetThisClass()));
+        archive.ReadObject(TypeParam::GetThisClass());
+    });
+}
+
+// --- Numbers --------------------------------------------------------------------------------------------
+
+template <class Number>
+class NumberMemoryFailure : public MemoryFailure {};
+using Numbers = ::testing::Types<NkDtLong, NkDtShort>;
+TYPED_TEST_SUITE(NumberMemoryFailure, Numbers, ClassNames);
+
+TYPED_TEST(NumberMemoryFailure, LeavesNothingBehindAnOperatorThatFails) {
+    const TypeParam a(7);
+    const TypeParam b(5);
+    const TypeParam null(NkDtWmNull);
+    const TypeParam missing(NkDtWmMissing);
+    this->tryEach("a + b", kNewHandler, [&] { static_cast<void>(a + b); });
+    this->tryEach("a - 1", kNewHandler, [&] { static_cast<void>(a - 1); });
+    this->tryEach("2 * a", kNewHandler, [&] { static_cast<void>(2 * a); });
+    this->tryEach("a / null", kNewHandler, [&] { static_cast<void>(a / null); });
+    this->tryEach("null * a", kNewHandler, [&] { static_cast<void>(null * a); });
+    this->tryEach("a + missing", kNewHandler, [&] { static_cast<void>(a + missing); });
+    this->tryEach("text + a", kNewHandler | kReplaced, [&] { static_cast<void>("Nr. " + a); });
+    EXPECT_EQ(describe(a), "7 defined");
+}
+
+TYPED_TEST(NumberMemoryFailure, LeavesTheValueAsItWasWhenAConversionIntoItFails) {
+    const std::function<TypeParam()> five = [] { return TypeParam(5); };
+    this->template tryEachOn<TypeParam>(
+        "SetFromOFL refused", five, kReplaced | kSomethingElse,
+        [](TypeParam& value) {
+            try {
+                value.SetFromOFL("12x");
+            } catch (NkDtExcep* caught) {
+                caught->Delete();
+            }
+        },
+        isUnchanged<TypeParam>);
+    this->template tryEachOn<TypeParam>(
+        "assignment of a text value", five, kNewHandler | kReplaced,
+        [](TypeParam& value) { value = TypeParam(NkDtString("17")); }, isUnchanged<TypeParam>);
+}
+
+// --- Texts ------------------------------------------------------------------------------------------------
+
+class TextMemoryFailure : public MemoryFailure {
+  protected:
+    using Make = std::function<NkDtString()>;
+    using Operation = std::function<void(NkDtString&)>;
+
+    static void tryEachText(const char* name, unsigned endings, const Operation& operation,
+                            const std::function<void(const NkDtString&, const NkDtString&)>& check) {
+        const std::pair<const char*, Make> makes[] = {
+            {"of a short text", [] { return NkDtString("abc"); }},
+            {"of a long text", [] { return NkDtString(kLong); }},
+            {"of an empty text", [] { return NkDtString(""); }},
+            {"of a null text", [] { return NkDtString(NkDtWmNull); }},
+            {"of a missing text", [] { return NkDtString(NkDtWmMissing); }},
+        };
+        for (const auto& [kind, make] : makes) {
+            SCOPED_TRACE(kind);
+            tryEachOn<NkDtString>(name, make, endings, operation, check);
+        }
+    }
+};
+
+TEST_F(TextMemoryFailure, LeavesNothingBehindAConstructionThatFails) {
+    const CString framework(kLong);
+    const BSTR wide = framework.AllocSysString();
+    tryEach("text", kNewHandler | kReplaced, [] { const NkDtString text(kLong); });
+    tryEach("with room", kNewHandler | kReplaced, [] { const NkDtString text("abc", 2, 100); });
+    tryEach("framework text", kNewHandler | kReplaced, [&] { const NkDtString text(framework); });
+    tryEach("16-bit text", kNewHandler | kReplaced | kMemoryException, [&] { const NkDtString text(wide); });
+    tryEach("character", kNewHandler, [] { const NkDtString text('x'); });
+    tryEach("number", kNewHandler, [] { const NkDtString text(-5); });
+    tryEach("unsigned number", kNewHandler, [] { const NkDtString text(5U); });
+    tryEach("wide number", kNewHandler, [] { const NkDtString text(5LL); });
+    const NkDtLong number(5);
+    tryEach("number value", kNewHandler, [&] { const NkDtString text(number); });
+    SysFreeString(wide);
+}
+
+TEST_F(TextMemoryFailure, ReplacesAFailureInsideTheConstructionFromText) {
+    // The state's record comes first and is not wrapped, nor is the value record; the buffer is.
+    for (const auto& [n, ending] :
+         {std::pair{1L, kNewHandler}, std::pair{2L, kNewHandler}, std::pair{3L, kReplaced}}) {
+        Requests requests(n);
+        EXPECT_EQ(endingOf(requests, [] { const NkDtString text("abc"); }), ending) << n;
+    }
+}
+
+TEST_F(TextMemoryFailure, EmptiesTheTextWhenAnAssignmentCannotGrow) {
+    const std::string longer = std::string(kLong) + kLong;
+    const NkDtString source(longer.c_str());
+    const CString framework(longer.c_str());
+    const BSTR wide = framework.AllocSysString();
+    tryEachText(
+        "value", kNewHandler, [&](NkDtString& text) { text = source; }, isEmptied);
+    tryEachText(
+        "text", kNewHandler, [&](NkDtString& text) { text = longer.c_str(); }, isEmptied);
+    tryEachText(
+        "framework text", kNewHandler, [&](NkDtString& text) { text = framework; }, isEmptied);
+    tryEachText(
+        "16-bit text", kNewHandler | kMemoryException, [&](NkDtString& text) { text = wide; },
+        isUnchangedOrEmptied);
+    tryEachText(
+        "Assign", kNewHandler, [&](NkDtString& text) { text.Assign(source); }, isEmptied);
+    SysFreeString(wide);
+}
+
+TEST_F(TextMemoryFailure, EmptiesTheTextWhenACharacterFindsNoRoom) {
+    const std::function<NkDtString()> empty = [] { return NkDtString(""); };
+    tryEachOn<NkDtString>(
+        "=", empty, kNewHandler, [](NkDtString& text) { text = 'x'; },
+        [](const NkDtString& text, const NkDtString&) {
+            EXPECT_EQ(describe(text).substr(0, 14), "'' 0/0 defined");
+        });
+    tryEachOn<NkDtString>(
+        "+=", empty, kNewHandler, [](NkDtString& text) { text += 'x'; }, isEmptied);
+}
+
+TEST_F(TextMemoryFailure, EmptiesTheTextWhenItCannotBeLengthened) {
+    const NkDtString addend(kLong);
+    tryEachText(
+        "+= text", kReplaced, [](NkDtString& text) { text += kLong; }, isEmptied);
+    tryEachText(
+        "+= framework text", kReplaced | kMemoryException, [](NkDtString& text) { text += CString(kLong); },
+        isUnchangedOrEmptied);
+    tryEachText(
+        "+= value", kReplaced, [&](NkDtString& text) { text += addend; }, isEmptied);
+    const std::function<NkDtString()> longText = [] { return NkDtString(kLong); };
+    tryEachOn<NkDtString>(
+        "+= itself", longText, kReplaced, [](NkDtString& text) { text += text; },
+        [](const NkDtString& text, const NkDtString& before) { isEmptied(text, before); });
+}
+
+TEST_F(TextMemoryFailure, LeavesNothingBehindAConcatenationThatFails) {
+    const NkDtString a("abc");
+    const NkDtString b(kLong);
+    const NkDtString null(NkDtWmNull);
+    constexpr unsigned endings = kNewHandler | kReplaced;
+    tryEach("a + b", endings, [&] { static_cast<void>(a + b); });
+    tryEach("a + text", endings, [&] { static_cast<void>(a + kLong); });
+    tryEach("text + a", endings, [&] { static_cast<void>(kLong + a); });
+    tryEach("a + character", endings, [&] { static_cast<void>(a + 'x'); });
+    tryEach("character + a", endings, [&] { static_cast<void>('x' + a); });
+    tryEach("null + b", endings, [&] { static_cast<void>(null + b); });
+    tryEach("null + text", endings, [&] { static_cast<void>(null + "x"); });
+    tryEach("null + null", endings, [&] { static_cast<void>(null + null); });
+    EXPECT_EQ(describe(a), "'abc' 3/3 defined");
+    EXPECT_EQ(bytesOf(b), kLong);
+}
+
+TEST_F(TextMemoryFailure, LeavesNothingBehindAnAccessThatFails) {
+    const NkDtString text(kLong);
+    const NkDtString null(NkDtWmNull);
+    tryEach("GetnValue", kReplaced, [&] { static_cast<void>(text.GetnValue(2, 30)); });
+    tryEach("GetnValue of a null", kNewHandler | kReplaced, [&] { static_cast<void>(null.GetnValue(0, 0)); });
+    tryEach("framework text", kMemoryException, [&] { static_cast<void>(static_cast<CString>(text)); });
+    tryEach("16-bit text", kMemoryException, [&] { SysFreeString(text); });
+    EXPECT_EQ(bytesOf(text), kLong);
+}
+
+TEST_F(TextMemoryFailure, LeavesTheTextAsItWasOrEmptiedWhenAConversionIntoItFails) {
+    const std::string longer = std::string(kLong) + kLong;
+    const NkDtString source(longer.c_str());
+    const CString field(longer.c_str());
+    tryEachText(
+        "SetFromSQL", kReplaced,
+        [&](NkDtString& text) { text.SetFromSQL(longer.c_str(), static_cast<INT>(longer.size()), 850); },
+        isUnchangedOrEmptied);
+    tryEachText(
+        "SetFromOFL", kReplaced, [&](NkDtString& text) { text.SetFromOFL(longer.c_str()); },
+        isUnchangedOrEmptied);
+    tryEachText(
+        "SetFromExtern", kReplaced, [&](NkDtString& text) { text.SetFromExtern(&source, TRUE, 100); },
+        [](const NkDtString& text, const NkDtString& before) {
+            // marked defined first
+            EXPECT_EQ(describe(text), before.IsDefined() ? "'' 0/0 defined" : "'' 0/0 defined modified");
+        });
+    tryEachText(
+        "SetFromRecordSet", kNewHandler,
+        [&](NkDtString& text) {
+            CRecordset rs;
+            text.SetFromRecordSet(rs, field);
+        },
+        [](const NkDtString& text, const NkDtString& before) {
+            EXPECT_EQ(bytesOf(text), "");
+            EXPECT_EQ(text.GetAllocLength(), 0);
+            EXPECT_EQ(text.IsDefined(), before.IsDefined());
+        });
+    const Bytes archived = [&] {
+        NkDtString text(longer.c_str());
+        return stored(text);
+    }();
+    CMemFile file(archived.data(), static_cast<UINT>(archived.size()));
+    tryEachText(
+        "Serialize", kNewHandler | kMemoryException,
+        [&](NkDtString& text) {
+            file.Seek(0, CFile::begin);
+            CArchive archive(&file, CArchive::load);
+            text.Serialize(archive);
+        },
+        isUnchangedOrEmptied);
+}
+
+TEST_F(TextMemoryFailure, LeavesTheTextAsItWasWhenItsCodePageCannotBeConverted) {
+    const std::function<NkDtString()> make = [] { return NkDtString("M\xFCller & S\xF6hne, D\xFCsseldorf"); };
+    tryEachOn<NkDtString>(
+        "ConvertCodePage", make, kNewHandler, [](NkDtString& text) { text.ConvertCodePage(NkDtCp1252To850); },
+        isUnchanged<NkDtString>);
+    const NkDtString text = make();
+    tryEach("ConvToSQL", kReplaced, [&] { static_cast<void>(text.ConvToSQL(850)); });
+}
+
+TEST_F(TextMemoryFailure, LeavesAFieldAsItWasWhenNoMemoryIsNeededForIt) {
+    const NkDtString text(kLong);
+    CString field;
+    field.GetBuffer(100);
+    field.ReleaseBuffer();
+    CRecordset rs;
+    rs.SetFieldNull(&field, TRUE);
+    Requests requests(1);
+    EXPECT_EQ(endingOf(requests, [&] { text.ConvToRecordSet(rs, field); }), kDone);
+    EXPECT_EQ(Requests::count(), 0);
+    EXPECT_EQ(field, CString(kLong));
+}
+
+// --- Errors need no memory
+// ----------------------------------------------------------------------------------
+
+TEST_F(MemoryFailure, RaisesItsErrorsWithoutMemory) {
+    const NkDtString text("abc");
+    const NkDtLong missing(NkDtWmMissing);
+    NkDtLong number(5);
+    const NkDtString bad("12x");
+    const std::pair<ULONG, std::function<void()>> cases[] = {
+        {NkDtErrStringindex, [&] { text.GetnValue(7, 1); }},
+        {NkDtErrUndefiniert, [&] { missing.GetValue(); }},
+        {NkDtErrWertebereich, [&] { number += 2147483647; }},
+        {NkDtErrFolgefehler, [&] { number.SetFromExtern(&bad, TRUE, 100); }},
+    };
+    for (const auto& [expected, operation] : cases) {
+        NkEhBasis* caught = nullptr;
+        {
+            struct Exhausted {
+                Exhausted() {
+                    nkfw::setAllocationProbe([](std::size_t) noexcept { return false; });
+                }
+                ~Exhausted() { nkfw::setAllocationProbe(nullptr); }
+            } const exhausted;
+            try {
+                operation();
+            } catch (NkEhBasis* error) {
+                caught = error;
+            }
+        }
+        ASSERT_NE(caught, nullptr);
+        const ErrorPtr error(caught);
+        EXPECT_EQ(error->GetErrorNumber(), expected);
+    }
+}
+
+}  // namespace
