@@ -60,13 +60,13 @@ class NKDT_API CDatabase {
     /// Opens a database; a connection that is open is closed first.
     ///
     /// @param lpszTarget a connection string, recognised by a "=" in it, or else the path of an SQLite file.
-    /// A path with
-    ///                   a ";" is refused, since the driver would take it for the end of the path.
+    ///                   A path with a ";" is refused: the driver would take it for the end of the path.
     /// @param nOption    for SQLite: whether a file that does not exist is an error
     ///
-    /// Where the text does not say otherwise, rows stream in constant memory (`StepAPI`, `UseDeclareFetch`),
-    /// texts are UTF-8, truth values are no texts; a lock is waited for at most 5 seconds whatever the text
-    /// says. A file that is no database is noticed here as well.
+    /// Where the text does not say otherwise, rows stream in constant memory (`StepAPI`, `UseDeclareFetch`)
+    /// and truth values are no texts. A string that names a data source instead of a driver gets the options
+    /// of every known driver; each ignores those of the others. Whatever the text says, texts are UTF-8 and a
+    /// lock is waited for at most 5 seconds. A file that is no database is noticed here as well.
     void Open(LPCTSTR lpszTarget, OpenOption nOption = openExisting);
     /// Closes the connection; a transaction that is under way is rolled back. Recordsets and statements that
     /// still use it end with it: their next use throws.
