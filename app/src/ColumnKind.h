@@ -1,0 +1,89 @@
+#pragma once
+
+/// @file
+/// How a value class stands for a column: which columns it takes, which field of a recordset it crosses
+/// through, and what its representations are.
+///
+/// Everything else in the program works on cells, whatever their class. A further class is one more kind in
+/// ColumnKind.cc.
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "nkdt/NkDtBasis.h"
+#include "nkdt/NkDtString.h"
+#include "nkdt/odbc/Odbc.h"
+#include "nkfw/Archive.h"
+
+namespace nkdt::app {
+
+/// The forms that a value can take and come back from.
+enum class Representation { text, userText, sqlLiteral, external, recordset, archive };
+
+struct ColumnKind;
+
+/// The value of one column in the current row, with the recordset field that it crosses through. It stays
+/// where it is, because recordsets know fields by their addresses.
+class Cell {
+  public:
+    Cell() = default;
+    virtual ~Cell() = default;
+    Cell(const Cell&) = delete;
+    Cell& operator=(const Cell&) = delete;
+
+    virtual NkDtBasis& value() noexcept = 0;
+    virtual const NkDtBasis& value() const noexcept = 0;
+    virtual const ColumnKind& kind() const noexcept = 0;
+
+    /// Binds the field to a column.
+    virtual void bind(CDatabaseRecordset& rs, LPCTSTR column) = 0;
+    /// Takes the value from the field.
+    virtual void fetch(CRecordset& rs) = 0;
+    /// Puts the value into the field, whole.
+    virtual void store(CRecordset& rs) = 0;
+
+    /// The value as the library's text, and back.
+    virtual NkDtString text() const = 0;
+    virtual void setText(const NkDtString& text) = 0;
+    /// The value as an SQL literal, "NULL" if it is undefined.
+    virtual NkDtString sqlLiteral() const = 0;
+    /// Reads what stands in an SQL literal of a defined value, without its apostrophes.
+    virtual void setSqlText(const NkDtString& text) = 0;
+    virtual void serialize(CArchive& ar) = 0;
+
+    /// TRUE if both are undefined or both have the same value. The other cell is of the same kind.
+    virtual bool equals(const Cell& other) const = 0;
+    /// Why the representation cannot hold this value, as it states itself; null if it says nothing of the
+    /// kind.
+    virtual const char* statedLoss(Representation representation) const = 0;
+    /// Computes something with the value and tells what.
+    virtual const char* compute() = 0;
+};
+
+/// What the program has to know about a value class.
+struct ColumnKind {
+    const char* className;
+    bool number;             ///< stands at the right of a table's column
+    bool quotedInSql;        ///< the literal of a defined value stands in apostrophes
+    const char* sqliteType;  ///< the declared type that a new column gets
+    const char* otherType;   ///< the same in other databases
+    std::unique_ptr<Cell> (*makeCell)();
+
+    const char* declaredType(CDatabase::Dbms dbms) const noexcept {
+        return dbms == CDatabase::sqlite ? sqliteType : otherType;
+    }
+};
+
+/// The name of the class for such columns, whether the class is there or not; null if no class takes them.
+const char* classNameFor(CDatabaseColumn::Type type) noexcept;
+/// The kind of that class, its name written with or without "NkDt" in any letter case; null if the class is
+/// not there.
+const ColumnKind* findKind(std::string_view className) noexcept;
+/// The full name of a class that columns can be bound to now or later; null for any other.
+const char* findClassName(std::string_view name) noexcept;
+/// The names of all classes that are there, without "NkDt".
+std::string kindNames();
+
+}  // namespace nkdt::app

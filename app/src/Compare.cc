@@ -1,0 +1,93 @@
+#include <algorithm>
+#include <optional>
+
+#include "Commands.h"
+#include "Error.h"
+#include "Text.h"
+
+namespace nkdt::app {
+
+namespace {
+
+constexpr LONGLONG mostDifferencesTold = 20;
+
+/// One of the two tables.
+struct Side {
+    Side(const std::string& target, const std::string& tableName, const Selection& selection,
+         Console& console)
+        : table(ansi(tableName, "the table")) {
+        openDatabase(database, target);
+        columns = columnsOf(database, table, selection);
+        tellLeftOut(console, table, columns.leftOut);
+    }
+
+    CDatabase database;
+    CString table;
+    TableColumns columns;
+};
+
+bool haveSameColumns(const BoundColumns& a, const BoundColumns& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const BoundColumn& x, const BoundColumn& y) {
+        return equalIgnoringCase(x.name, y.name);
+    });
+}
+
+/// The external text of a value; none of an undefined one.
+std::optional<NkDtString> externalText(const Cell& cell) {
+    BOOL defined = FALSE;
+    USHORT version = 0;
+    NkDtString text = cell.value().ConvToExtern(defined, version);
+    if (!defined) return std::nullopt;
+    return text;
+}
+
+bool areEqual(const std::optional<NkDtString>& a, const std::optional<NkDtString>& b) {
+    return a.has_value() == b.has_value() && (!a || *a == *b);
+}
+
+std::string shown(const std::optional<NkDtString>& text) {
+    return text ? "\"" + visible(text->GetValue()) + "\"" : "undefined";
+}
+
+}  // namespace
+
+int compare(const CompareOptions& options, Console& console) {
+    Side first(options.databases[0], options.tables[0], options.selection, console);
+    Side second(options.databases[1], options.tables[1], options.selection, console);
+    if (!haveSameColumns(first.columns.bound, second.columns.bound))
+        throw DataError("the two tables have not the same columns");
+
+    TableReader firstRows(first.database, first.table, first.columns.bound, options.selection);
+    TableReader secondRows(second.database, second.table, second.columns.bound, options.selection);
+    Progress progress(console, "comparing");
+    LONGLONG differences = 0;
+    const auto tell = [&](const std::string& text) {
+        progress.clear();
+        if (++differences <= mostDifferencesTold) console.tell(text);
+    };
+    bool more = true;
+    while (more) {
+        const bool firstMore = firstRows.next();
+        const bool secondMore = secondRows.next();
+        more = firstMore && secondMore;
+        if (firstMore != secondMore)
+            tell("row " + std::to_string(firstMore ? firstRows.row() : secondRows.row()) +
+                 " is only in the " + (firstMore ? "first" : "second") + " table");
+        for (std::size_t i = 0; more && i < first.columns.bound.size(); ++i) {
+            const auto a = externalText(*first.columns.bound[i].cell);
+            const auto b = externalText(*second.columns.bound[i].cell);
+            if (!areEqual(a, b))
+                tell(placeOf(firstRows.row(), first.columns.bound[i].name) + ": " + shown(a) +
+                     " in the first table, " + shown(b) + " in the second");
+        }
+        progress.show(firstRows.row());
+    }
+    if (differences > mostDifferencesTold)
+        console.tell(std::to_string(differences - mostDifferencesTold) + " more differences");
+    if (differences != 0) return exitDataFailed;
+    console.out << "The tables are the same: " << firstRows.row() << " rows, " << first.columns.bound.size()
+                << " columns\n";
+    return exitGood;
+}
+
+}  // namespace nkdt::app

@@ -1,0 +1,49 @@
+#pragma once
+
+/// @file
+/// How the program fails: the call was wrong, or the data failed. Errors of the library are taken over as
+/// their texts.
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "nkfw/Types.h"
+
+namespace nkdt::app {
+
+/// What the program ends with.
+enum ExitStatus : int { exitGood = 0, exitDataFailed = 1, exitWrongCall = 2 };
+
+/// The call was wrong: an argument is malformed, or what it names does not exist. The text is UTF-8.
+class UsageError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The data failed: a value, a file, a database. The text is UTF-8.
+class DataError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// To be called in a handler: the text of the caught exception with its cause, as one sentence in UTF-8. An
+/// exception of the library is released.
+std::string takeCaughtText();
+
+/// "row 5, column Name"
+std::string placeOf(LONGLONG row, std::string_view column);
+
+/// Runs a piece of work on one value and names its place in whatever it throws.
+template <class Work>
+void atPlace(LONGLONG row, std::string_view column, Work&& work) {
+    try {
+        std::forward<Work>(work)();
+    } catch (...) {
+        const std::string text = takeCaughtText();
+        throw DataError(placeOf(row, column) + ": " + text);
+    }
+}
+
+}  // namespace nkdt::app

@@ -1,0 +1,20 @@
+#pragma once
+
+/// @file
+/// The demonstration's table: a column of every type; rows with umlauts, nulls, negative and very large
+/// amounts.
+
+#include "Console.h"
+#include "nkdt/odbc/Odbc.h"
+
+namespace nkdt::app {
+
+inline constexpr const char* sampleTableName = "Artikel";
+/// A condition that one of the rows meets, whose values are worth looking at.
+inline constexpr const char* sampleRowFilter = "\"Nummer\" = 2";
+
+/// Makes the table and its sample rows, and adds @p rows more, which are always the same; all in one
+/// transaction. Throws a UsageError if there is such a table.
+void makeSampleTable(CDatabase& database, LONGLONG rows, Progress& progress);
+
+}  // namespace nkdt::app

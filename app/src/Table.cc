@@ -1,0 +1,230 @@
+#include "Table.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <utility>
+
+#include "Error.h"
+#include "Text.h"
+
+namespace nkdt::app {
+
+namespace {
+
+using Declared = std::vector<CDatabaseColumn>;
+
+const CDatabaseColumn* findColumn(const Declared& columns, std::string_view ansiName) {
+    const auto with = [&](auto&& same) {
+        const auto found = std::find_if(columns.begin(), columns.end(),
+                                        [&](const auto& c) { return same(c.strName.View(), ansiName); });
+        return found == columns.end() ? nullptr : &*found;
+    };
+    const CDatabaseColumn* const exact = with([](std::string_view a, std::string_view b) { return a == b; });
+    return exact != nullptr ? exact : with(equalIgnoringCase);
+}
+
+const CDatabaseColumn& requireColumn(const Declared& columns, const std::string& name, const CString& table) {
+    const CDatabaseColumn* const found = findColumn(columns, ansi(name, "the column"));
+    if (found == nullptr) throw UsageError("table " + visible(table) + " has no column \"" + name + "\"");
+    return *found;
+}
+
+// A name that has commas of its own goes before several names.
+std::vector<const CDatabaseColumn*> chosenColumns(const Declared& columns,
+                                                  const std::vector<std::string>& names,
+                                                  const CString& table) {
+    std::vector<const CDatabaseColumn*> chosen;
+    const auto choose = [&](const CDatabaseColumn& column) {
+        if (std::find(chosen.begin(), chosen.end(), &column) == chosen.end()) chosen.push_back(&column);
+    };
+    for (const std::string& name : names) {
+        const CDatabaseColumn* const whole = findColumn(columns, ansi(name, "the column"));
+        if (whole != nullptr) {
+            choose(*whole);
+            continue;
+        }
+        for (std::size_t start = 0; start <= name.size();) {
+            const std::size_t end = std::min(name.find(',', start), name.size());
+            choose(requireColumn(columns, name.substr(start, end - start), table));
+            start = end + 1;
+        }
+    }
+    if (names.empty()) {
+        for (const CDatabaseColumn& column : columns)
+            chosen.push_back(&column);
+    }
+    return chosen;
+}
+
+const ColumnKind& requireKind(const std::string& type) {
+    const char* const className = findClassName(type);
+    if (className == nullptr) throw UsageError("there is no type \"" + type + "\"; there are " + kindNames());
+    const ColumnKind* const kind = findKind(className);
+    if (kind == nullptr)
+        throw UsageError(std::string(className) + " is not bound yet; there are " + kindNames());
+    return *kind;
+}
+
+using Overrides = std::map<const CDatabaseColumn*, const ColumnKind*>;
+
+Overrides overridesOf(const Declared& columns, const std::vector<std::string>& as, const CString& table) {
+    Overrides overrides;
+    for (const std::string& text : as) {
+        const std::size_t sign = text.rfind('=');
+        if (sign == std::string::npos) throw UsageError("--as takes COLUMN=TYPE, not \"" + text + "\"");
+        const CDatabaseColumn& column = requireColumn(columns, text.substr(0, sign), table);
+        if (!overrides.emplace(&column, &requireKind(text.substr(sign + 1))).second) {
+            throw UsageError("--as names the column " + visible(column.strName) + " twice");
+        }
+    }
+    return overrides;
+}
+
+std::string reasonToLeaveOut(const CDatabaseColumn& column) {
+    const char* const className = classNameFor(column.nType);
+    return className == nullptr ? "not bindable" : std::string(className) + " is not bound yet";
+}
+
+bool isConnectionString(const std::string& target) {
+    return target.find('=') != std::string::npos;
+}
+
+}  // namespace
+
+void openDatabase(CDatabase& database, const std::string& target) {
+    if (!isConnectionString(target)) {
+        struct stat status {};
+        if (target.empty()) throw UsageError("no database is named");
+        if (target.find(';') != std::string::npos) {
+            throw UsageError("the path \"" + target + "\" has a \";\", which the driver takes for its end");
+        }
+        if (::stat(target.c_str(), &status) != 0)
+            throw UsageError("there is no database file \"" + target + "\"");
+        if (S_ISDIR(status.st_mode)) throw UsageError("\"" + target + "\" is a folder, not a database file");
+    }
+    database.Open(target.c_str(), CDatabase::openExisting);
+}
+
+void requireTable(const CDatabase& database, const CString& table) {
+    if (database.HasTable(table)) return;
+    constexpr std::size_t mostNamed = 20;
+    const std::vector<CString> tables = database.GetTables();
+    std::string names;
+    for (std::size_t i = 0; i < std::min(tables.size(), mostNamed); ++i)
+        names += (i == 0 ? "; there are " : ", ") + visible(tables[i]);
+    if (tables.size() > mostNamed) names += " and " + std::to_string(tables.size() - mostNamed) + " more";
+    throw UsageError("there is no table \"" + visible(table) + "\"" + names);
+}
+
+TableColumns columnsOf(const CDatabase& database, const CString& table, const Selection& selection) {
+    requireTable(database, table);
+    const Declared declared = database.GetColumns(table);
+    const Overrides overrides = overridesOf(declared, selection.as, table);
+    TableColumns columns;
+    for (const CDatabaseColumn* column : chosenColumns(declared, selection.columns, table)) {
+        const std::string name = visible(column->strName);
+        const char* const className = classNameFor(column->nType);
+        const auto overridden = overrides.find(column);
+        const ColumnKind* const kind = overridden != overrides.end() ? overridden->second
+                                       : className != nullptr        ? findKind(className)
+                                                                     : nullptr;
+        if (kind != nullptr) {
+            columns.bound.push_back({name, column->strName, kind, kind->makeCell()});
+        } else {
+            columns.leftOut.push_back({name, visible(column->strTypeName), reasonToLeaveOut(*column)});
+        }
+    }
+    if (columns.bound.empty()) throw DataError("no column of table " + visible(table) + " can be bound");
+    return columns;
+}
+
+void tellLeftOut(Console& console, const CString& table, const std::vector<LeftOutColumn>& leftOut) {
+    for (const LeftOutColumn& column : leftOut) {
+        console.tell("table " + visible(table) + ", column " + column.name +
+                     (column.type.empty() ? "" : " (" + column.type + ")") +
+                     " is left out: " + column.reason);
+    }
+}
+
+// Reading
+// ----------------------------------------------------------------------------------------------------------
+
+TableReader::TableReader(const CDatabase& database, const CString& table, BoundColumns& columns,
+                         const Selection& selection, Refusals* refusals)
+    : m_columns(columns), m_refusals(refusals), m_refused(columns.size()), m_rows(database, *this) {
+    const auto condition = [](const std::string& text, const char* what) { return ansi(text, what); };
+    m_rows.OpenTable(table, CDatabaseRecordset::readOnly, condition(selection.filter, "the condition"),
+                     condition(selection.sort, "the order"));
+    m_rows.SetBestFit(selection.bestFit);
+    for (BoundColumn& column : m_columns)
+        column.cell->bind(m_rows, column.ansiName);
+}
+
+void TableReader::Rows::OnRefused(const CDatabaseColumn& column, const void* field, CDBException* exception) {
+    if (m_reader.m_refusals == nullptr) CDatabaseRecordset::OnRefused(column, field, exception);
+    const auto found = std::find_if(m_reader.m_columns.begin(), m_reader.m_columns.end(),
+                                    [&](const BoundColumn& c) { return c.ansiName == column.strName; });
+    const auto index = static_cast<std::size_t>(found - m_reader.m_columns.begin());
+    m_reader.m_refused[index] = true;
+    try {
+        throw exception;
+    } catch (...) {
+        m_reader.m_refusals->refused(index, takeCaughtText());
+    }
+}
+
+bool TableReader::next() {
+    std::fill(m_refused.begin(), m_refused.end(), false);
+    if (!m_rows.MoveNext()) return false;
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        BoundColumn& column = m_columns[i];
+        if (m_refused[i]) {
+            column.cell->value().Clear();
+        } else if (m_refusals == nullptr) {
+            atPlace(row(), column.name, [&] { column.cell->fetch(m_rows); });
+        } else {
+            try {
+                column.cell->fetch(m_rows);
+            } catch (...) {
+                m_refusals->refused(i, placeOf(row(), column.name) + ": " + takeCaughtText());
+                column.cell->value().Clear();
+            }
+        }
+    }
+    return true;
+}
+
+// Writing
+// ----------------------------------------------------------------------------------------------------------
+
+TableWriter::TableWriter(const CDatabase& database, const CString& table, BoundColumns& columns)
+    : m_columns(columns), m_rows(database) {
+    m_rows.OpenTable(table, CDatabaseRecordset::updatable);
+    for (BoundColumn& column : m_columns)
+        column.cell->bind(m_rows, column.ansiName);
+}
+
+void TableWriter::add() {
+    ++m_row;
+    m_rows.AddNew();
+    for (BoundColumn& column : m_columns)
+        atPlace(m_row, column.name, [&] { column.cell->store(m_rows); });
+    m_rows.Update();
+}
+
+CString createTableStatement(const CDatabase& database, const CString& table, const BoundColumns& columns) {
+    CString statement = "CREATE TABLE " + CDatabase::QuoteName(table) + " (";
+    const char* link = "";
+    for (const BoundColumn& column : columns) {
+        statement += link;
+        statement +=
+            CDatabase::QuoteName(column.ansiName) + " " + column.kind->declaredType(database.GetDbms());
+        link = ", ";
+    }
+    return statement + ")";
+}
+
+}  // namespace nkdt::app

@@ -1,0 +1,86 @@
+#include "AppTest.h"
+
+using namespace nktest;
+
+namespace {
+
+class Demo : public testing::Test {
+  protected:
+    TemporaryFolder folder;
+    std::string database = folder.file("demo.db");
+};
+
+}  // namespace
+
+TEST_F(Demo, TakesARowDownTheRoadAndBack) {
+    const Outcome outcome = call({"demo", database});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.err, IsEmpty());
+    for (const char* station : {"read from the database", "user-interface text", "computation", "SQL literal",
+                                "external text", "archive", "recordset field", "back in the database"}) {
+        EXPECT_THAT(outcome.out, HasSubstr(std::string("\n") + station));
+    }
+    EXPECT_THAT(outcome.out, HasSubstr("'Müllers \"Größe\" O''Neill & Söhne'"));
+    EXPECT_THAT(outcome.out, HasSubstr("Preis (DECIMALTEXT(28,10)): NkDtDecimal is not bound yet"));
+    EXPECT_THAT(outcome.out, HasSubstr("Bild (BLOB): not bindable"));
+}
+
+TEST_F(Demo, LeavesADatabaseThatTheOtherCommandsTake) {
+    ASSERT_EQ(call({"demo", database, "--rows", "50"}).status, 0);
+    EXPECT_EQ(valueOf(database, "SELECT COUNT(*) FROM Artikel"), "57");
+    EXPECT_EQ(valueOf(database, "SELECT Preis FROM Artikel WHERE Nummer = 2"),
+              "-12345678901234567.8901234567");
+    EXPECT_EQ(call({"check", database, "Artikel"}).status, 0);
+    EXPECT_EQ(call({"show", database, "Artikel"}).status, 0);
+    EXPECT_EQ(filesIn(folder.file("")), std::vector<std::string>{"demo.db"});
+}
+
+TEST_F(Demo, AddsTheSameRowsEveryTime) {
+    ASSERT_EQ(call({"demo", database, "--rows", "100"}).status, 0);
+    ASSERT_EQ(call({"demo", folder.file("second.db"), "--rows", "100"}).status, 0);
+    EXPECT_EQ(call({"compare", database, "Artikel", folder.file("second.db"), "Artikel"}).status, 0);
+}
+
+TEST_F(Demo, NeverTouchesAFileThatExists) {
+    writeFile(database, "wertvoll");
+    const Outcome outcome = call({"demo", database});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, HasSubstr("exists already"));
+    EXPECT_EQ(contentOf(database), "wertvoll");
+}
+
+TEST_F(Demo, RefusesAPathThatCannotBeOne) {
+    EXPECT_EQ(call({"demo", folder.file("a;b.db")}).status, 2);
+    EXPECT_EQ(call({"demo", folder.file("fehlt/a.db")}).status, 2);
+    EXPECT_THAT(filesIn(folder.file("")), IsEmpty());
+}
+
+TEST_F(Demo, LeavesNothingWithoutADatabaseNamed) {
+    if (programFile().empty()) GTEST_SKIP() << "NKDT_PROGRAM is not set";
+    ASSERT_EQ(::setenv("TMPDIR", folder.file("").c_str(), 1), 0);
+    const Outcome outcome = callProgram(folder, {"demo"});
+    ASSERT_EQ(::unsetenv("TMPDIR"), 0);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(filesIn(folder.file("")), IsEmpty());
+}
+
+TEST_F(Demo, LeavesNothingWhenItFails) {
+    if (programFile().empty()) GTEST_SKIP() << "NKDT_PROGRAM is not set";
+    const Outcome outcome = callProgram(folder, {"demo", database, "--rows", "20000"}, 100000);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, Not(IsEmpty()));
+    EXPECT_THAT(filesIn(folder.file("")), IsEmpty());
+}
+
+TEST_F(Demo, WorksOnPostgresqlOnceForATable) {
+    if (PostgresServer::instance() == nullptr)
+        GTEST_SKIP() << "PostgreSQL's server programs are not installed";
+    const std::string target = PostgresServer::instance()->connectionString();
+    const Outcome outcome = call({"demo", target, "--rows", "20"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(valueOf(target, "SELECT COUNT(*) FROM \"Artikel\""), "27");
+    EXPECT_EQ(call({"check", target, "Artikel"}).status, 0);
+    ASSERT_EQ(call({"demo", database, "--rows", "20"}).status, 0);
+    EXPECT_EQ(call({"compare", target, "Artikel", database, "Artikel", "--sort", "\"Nummer\""}).status, 0);
+    EXPECT_EQ(call({"demo", target}).status, 2);
+}

@@ -1,0 +1,108 @@
+#include "AppTest.h"
+
+using namespace nktest;
+
+namespace {
+
+class Show : public EachDatabase {
+  protected:
+    void SetUp() override {
+        EachDatabase::SetUp();
+        if (IsSkipped()) return;
+        execute(
+            "CREATE TABLE \"Größen\" (\"Nummer\" INTEGER, \"Stück\" SMALLINT, \"Name\" VARCHAR(40), \"Ort, "
+            "Straße\" TEXT, \"Preis\" "
+            "NUMERIC(10,2))");
+        execute(
+            "INSERT INTO \"Größen\" VALUES (1, -5, 'Müller', NULL, 1.5), (-2147483648, 32767, NULL, '', "
+            "NULL), (NULL, NULL, 'a', "
+            "'Köln', 2)");
+    }
+
+    Outcome show(Arguments options) {
+        options.insert(options.begin(), {"show", target(), "Größen"});
+        return call(options);
+    }
+};
+
+}  // namespace
+
+TEST_P(Show, AlignsByCharactersAndShowsUndefinedValuesAsEmpty) {
+    const Outcome outcome = show({"--sort", "\"Stück\" IS NULL, \"Stück\""});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out,
+              "     Nummer  Stück  Name    Ort, Straße\n"
+              "-----------  -----  ------  -----------\n"
+              "          1     -5  Müller\n"
+              "-2147483648  32767\n"
+              "                    a       Köln\n");
+}
+
+TEST_P(Show, NamesAColumnWhoseClassIsNotThere) {
+    EXPECT_THAT(show({}).err, HasSubstr("column Preis ("));
+    EXPECT_THAT(show({}).err, HasSubstr("is left out: NkDtDecimal is not bound yet\n"));
+}
+
+TEST_P(Show, TakesTheColumnsInTheOrderAskedFor) {
+    const Outcome outcome = show({"--columns", "name,Nummer", "--columns", "Ort, Straße", "--limit", "1"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out,
+              "Name    Nummer  Ort, Straße\n"
+              "------  ------  -----------\n"
+              "Müller       1\n");
+    EXPECT_THAT(outcome.err, IsEmpty());
+}
+
+TEST_P(Show, BindsAColumnAsAnotherType) {
+    const Outcome outcome = show({"--as", "Preis=String", "--as", "Nummer=nkdtstring", "--columns",
+                                  "Nummer,Preis", "--where", "\"Nummer\" = 1"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, testing::StartsWith("Nummer  Preis\n------  -----\n1       1.5"));
+}
+
+TEST_P(Show, RefusesATypeWhoseClassIsNotThere) {
+    const Outcome outcome = show({"--as", "Preis=Time"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, HasSubstr("NkDtTime is not bound yet"));
+}
+
+TEST_P(Show, StopsAtTheLimit) {
+    const std::string none = show({"--limit", "0"}).out;
+    EXPECT_EQ(std::count(none.begin(), none.end(), '\n'), 2);
+    const std::string two = show({"--limit", "2"}).out;
+    EXPECT_EQ(std::count(two.begin(), two.end(), '\n'), 4);
+}
+
+TEST_P(Show, ShortensLongTextsOnlyWhenAsked) {
+    execute("DELETE FROM \"Größen\"");
+    execute("INSERT INTO \"Größen\" (\"Name\", \"Ort, Straße\") VALUES ('äöüÄÖÜ', 'a\nb\tc')");
+    EXPECT_THAT(show({"--columns", "Name"}).out, HasSubstr("\näöüÄÖÜ\n"));
+    EXPECT_THAT(show({"--columns", "Name", "--width", "4"}).out, HasSubstr("\näöü…\n"));
+    EXPECT_THAT(show({"--columns", "Ort, Straße"}).out, HasSubstr("\na␊b␉c\n"))
+        << "a value stays on its line";
+}
+
+TEST_P(Show, FailsWithRowAndColumnForACharacterThatDoesNotFit) {
+    execute("INSERT INTO \"Größen\" (\"Name\") VALUES (" + character(0x4E2D) + ")");
+    const Outcome outcome = show({});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("Zeile 4, Spalte Name: Zeichen U+4E2D"));
+    EXPECT_EQ(show({"--best-fit"}).status, 0);
+}
+
+TEST_P(Show, FailsWithTheDatabasesOwnWordsForAWrongCondition) {
+    const Outcome outcome = show({"--where", "Quatsch ="});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, Not(IsEmpty()));
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 2)
+        << "the column left out and the error: " << outcome.err;
+}
+
+TEST_P(Show, FailsWhenTheOutputIsFull) {
+    if (programFile().empty()) GTEST_SKIP() << "NKDT_PROGRAM is not set";
+    const Outcome outcome = callProgram(folder, {"show", target(), "Größen"}, 10);
+    EXPECT_EQ(outcome.status, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Databases, Show, testing::Values(CDatabase::sqlite, CDatabase::postgresql),
+                         databaseName);
