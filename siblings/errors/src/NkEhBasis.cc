@@ -1,59 +1,17 @@
 #include "nkeh/NkEhBasis.h"
 
-#include <array>
-#include <atomic>
-#include <bit>
 #include <charconv>
 #include <cstddef>
-#include <cstdint>
 #include <exception>
-#include <functional>
 #include <mutex>
 #include <string_view>
 
+#include "Attempt.h"
+#include "Reserve.h"
 #include "nkeh/NkEhLogFile.h"
 #include "nkfw/Memory.h"
 
 namespace {
-
-// The reserve: blocks for errors that are raised when memory is exhausted. A set bit marks a block in use;
-// claiming and releasing are single atomic operations, so no thread ever waits for another.
-constexpr std::size_t blocksPerWord = 64;
-static_assert(NkEhBasis::nReserve % blocksPerWord == 0);
-static_assert(sizeof(NkEhBasis) <= NkEhBasis::nMaxSize);
-
-struct alignas(std::max_align_t) ReserveBlock {
-    std::byte bytes[NkEhBasis::nMaxSize];
-};
-
-ReserveBlock reserveBlocks[NkEhBasis::nReserve];
-constinit std::array<std::atomic<std::uint64_t>, NkEhBasis::nReserve / blocksPerWord> reserveInUse{};
-
-void* claimReserveBlock() noexcept {
-    for (std::size_t word = 0; word < reserveInUse.size(); ++word) {
-        std::uint64_t inUse = reserveInUse[word].load(std::memory_order_relaxed);
-        while (~inUse != 0) {
-            const auto bit = static_cast<unsigned>(std::countr_one(inUse));
-            if (reserveInUse[word].compare_exchange_weak(inUse, inUse | (std::uint64_t{1} << bit),
-                                                         std::memory_order_acquire,
-                                                         std::memory_order_relaxed)) {
-                return &reserveBlocks[word * blocksPerWord + bit];
-            }
-        }
-    }
-    return nullptr;
-}
-
-bool isReserveBlock(const void* block) noexcept {
-    const std::less<const void*> before;
-    return !before(block, std::begin(reserveBlocks)) && before(block, std::end(reserveBlocks));
-}
-
-void releaseReserveBlock(const void* block) noexcept {
-    const auto index = static_cast<std::size_t>(static_cast<const ReserveBlock*>(block) - reserveBlocks);
-    const std::uint64_t bit = std::uint64_t{1} << (index % blocksPerWord);
-    reserveInUse[index / blocksPerWord].fetch_and(~bit, std::memory_order_release);
-}
 
 // Copies a text into a field of an error; a text that does not fit ends in "...".
 template <std::size_t N>
@@ -131,6 +89,7 @@ class BlanksEnd {
 };
 
 constexpr CRuntimeClass classNkEhBasis{"NkEhBasis", sizeof(NkEhBasis), 0, nullptr, &CObject::GetThisClass};
+const CClassRegistration registration{classNkEhBasis};
 
 }  // namespace
 
@@ -140,14 +99,14 @@ const CRuntimeClass* NkEhBasis::GetThisClass() noexcept {
 
 void* NkEhBasis::operator new(std::size_t nSize) noexcept {
     void* block = nkfw::allocate(nSize);
-    if (block == nullptr && nSize <= nMaxSize) block = claimReserveBlock();
+    if (block == nullptr && nSize <= nMaxSize) block = nkeh::claimReserveBlock();
     if (block == nullptr) std::terminate();  // an error that cannot be reported must not pass as none
     return block;
 }
 
 void NkEhBasis::operator delete(void* pBlock) noexcept {
-    if (isReserveBlock(pBlock)) {
-        releaseReserveBlock(pBlock);
+    if (nkeh::isReserveBlock(pBlock)) {
+        nkeh::releaseReserveBlock(pBlock);
     } else {
         nkfw::release(pBlock);
     }
@@ -243,16 +202,11 @@ void NkEhBasis::LogIfFinal() const noexcept {
     if (m_fFinal == FALSE) return;
     NkEhLogFile* const log = NkEhLogFile::GetDefault();
     if (log == nullptr) return;
-    try {
+    // An error is more important than its log.
+    nkeh::attempt([&] {
         const std::lock_guard together(log->Mutex());
         Log(*log);
-    } catch (NkEhBasis* error) {
-        delete error;
-    } catch (CException* exception) {
-        exception->Delete();
-    } catch (...) {
-        // An error is more important than its log.
-    }
+    });
 }
 
 LPCTSTR NkEhBasis::GetResourceModulname() const {

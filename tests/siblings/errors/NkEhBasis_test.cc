@@ -320,10 +320,13 @@ TEST(NkEhBasisReserve, AnErrorFromTheReserveCanBeThrownAndReleasedWhenMemoryIsBa
     caught->Delete();
 }
 
+// What one thread can hold at a time.
+constexpr std::size_t reserveOfOneThread = NkEhBasis::nReservePerThread + NkEhBasis::nReserveFurther;
+
 TEST(NkEhBasisReserve, HoldsAsManyErrorsAsStatedAndTakesThemBack) {
     const NoMemory noMemory;
     for (int round = 0; round < 3; ++round) {
-        std::array<std::unique_ptr<NkEhBasis>, NkEhBasis::nReserve> errors;
+        std::array<std::unique_ptr<NkEhBasis>, reserveOfOneThread> errors;
         std::set<const NkEhBasis*> blocks;
         for (std::size_t i = 0; i < errors.size(); ++i) {
             errors[i] = makeError(static_cast<ULONG>(i), "Text");
@@ -337,7 +340,7 @@ TEST(NkEhBasisReserve, HoldsAsManyErrorsAsStatedAndTakesThemBack) {
 
 TEST(NkEhBasisReserve, ABlockThatIsGivenBackServesTheNextError) {
     const NoMemory noMemory;
-    std::vector<std::unique_ptr<NkEhBasis>> errors(NkEhBasis::nReserve);
+    std::vector<std::unique_ptr<NkEhBasis>> errors(reserveOfOneThread);
     for (auto& error : errors)
         error = makeError();
     const NkEhBasis* const middle = errors[100].get();
@@ -348,7 +351,7 @@ TEST(NkEhBasisReserve, ABlockThatIsGivenBackServesTheNextError) {
 
 void exhaustReserve() {
     const NoMemory noMemory;
-    for (std::size_t i = 0; i <= NkEhBasis::nReserve; ++i)
+    for (std::size_t i = 0; i <= reserveOfOneThread; ++i)
         static_cast<void>(makeError().release());
 }
 
@@ -377,7 +380,7 @@ TEST(NkEhBasisReserve, HoldsDerivedErrorsUpToTheStatedSize) {
 
 TEST(NkEhBasisReserve, ServesThreadsAtATime) {
     constexpr std::size_t threadCount = 8;
-    constexpr ULONG errorsAtATime = NkEhBasis::nReserve / threadCount;
+    constexpr ULONG errorsAtATime = NkEhBasis::nReservePerThread + NkEhBasis::nReserveFurther / threadCount;
     const NoMemory noMemory;
     std::array<std::size_t, threadCount> failures{};
     std::vector<std::thread> threads;
@@ -398,6 +401,25 @@ TEST(NkEhBasisReserve, ServesThreadsAtATime) {
         thread.join();
     for (const std::size_t count : failures)
         EXPECT_EQ(count, 0U);
+}
+
+TEST(NkEhBasisReserve, KeepsAShareForEveryThreadWhateverAnotherOneHolds) {
+    const NoMemory noMemory;
+    std::vector<std::unique_ptr<NkEhBasis>> hoard(reserveOfOneThread);
+    for (auto& error : hoard)
+        error = makeError();
+    std::vector<std::unique_ptr<NkEhBasis>> ofOthers;
+    for (std::size_t t = 1; t < NkEhBasis::nReserveThreads; ++t) {
+        std::thread([&ofOthers] {
+            for (std::size_t i = 0; i < NkEhBasis::nReservePerThread; ++i)
+                ofOthers.push_back(makeError());
+        }).join();
+    }
+    EXPECT_EQ(ofOthers.size(), (NkEhBasis::nReserveThreads - 1) * NkEhBasis::nReservePerThread);
+    std::set<const NkEhBasis*> blocks;
+    for (const auto& error : ofOthers)
+        blocks.insert(error.get());
+    EXPECT_EQ(blocks.size(), ofOthers.size());
 }
 
 // --- The new-handler --------------------------------------------------------------------------

@@ -54,11 +54,14 @@ class NKDT_API NkEhBasis : public CObject {
 
     /// Largest error, in bytes, that the reserve can hold; derived classes keep within it.
     static constexpr std::size_t nMaxSize = 896;
-    /// Number of errors that the reserve can hold at a time, over all threads.
-    static constexpr std::size_t nReserve = 256;
+    /// Errors that each of #nReserveThreads threads finds room for in the reserve, whatever the others hold.
+    static constexpr std::size_t nReservePerThread = 4;
+    static constexpr std::size_t nReserveThreads = 32;
+    /// Room for further errors, for all threads together.
+    static constexpr std::size_t nReserveFurther = 128;
 
-    /// Never returns null: when memory is exhausted, the block comes from a reserve of #nReserve blocks kept
-    /// for errors. Ends the program when the reserve is used up as well. Takes no lock.
+    /// Never returns null: when memory is exhausted, the block comes from a reserve kept for errors. Ends the
+    /// program when the reserve is used up as well. Takes no lock.
     static void* operator new(std::size_t nSize) noexcept;
     static void operator delete(void* pBlock) noexcept;
 
