@@ -84,6 +84,5 @@ void NkDtBasis::SetDefined(BOOL fDefined) {
 }
 
 BOOL NkDtBasis::CheckDefinedForArithmetic(const NkDtBasis& a, const NkDtBasis& b) {
-    using namespace nkdt;
     return decide(OperandState(a), OperandState(b), Neutral::none) != Outcome::undefined;
 }

@@ -5,6 +5,7 @@
 #include <exception>
 #include <mutex>
 
+#include "Attempt.h"
 #include "Literal1252.h"
 #include "Module.h"
 #include "Raise.h"
@@ -86,10 +87,7 @@ NkDtExcep::NkDtExcep(CException* pException, BOOL fDeleteException, LPCTSTR pszS
 }
 
 NkDtExcep::~NkDtExcep() {
-    try {
-        CheckBeforeDelete();
-    } catch (...) {  // an error that ends must not raise another one
-    }
+    nkeh::attempt([this] { CheckBeforeDelete(); });  // an error that ends must not raise another one
 }
 
 const CRuntimeClass* NkDtExcep::GetThisClass() noexcept {
@@ -97,23 +95,19 @@ const CRuntimeClass* NkDtExcep::GetThisClass() noexcept {
 }
 
 void NkDtExcep::Log(NkEhLogFile& rLog) const {
-    try {
+    nkeh::attempt([&] {  // a log that fails must not hide the error
         const std::lock_guard together(rLog.Mutex());
         rLog.Write("Fehlerart: NkDtExcep");
         rLog.Write("\r\n");
         rLog.SetBlanks(logIndent);
         NkEhBasis::Log(rLog);
-    } catch (...) {  // a log that fails must not hide the error
-    }
+    });
 }
 
 LPCTSTR NkDtExcep::GetResourceModulname() const {
-    try {
-        return NkLanguagePublisher::Instance()->GetLangDependentResourceName();
-    } catch (CException* exception) {
-        exception->Delete();
-        return nkdt::moduleFileName();
-    }
+    LPCTSTR pszName = nkdt::moduleFileName();
+    nkeh::attempt([&] { pszName = NkLanguagePublisher::Instance()->GetLangDependentResourceName(); });
+    return pszName;
 }
 
 UINT NkDtExcep::GetResIdForTextInfo() const {

@@ -9,7 +9,7 @@ namespace {
 constinit nkfw::ExtensionModule module;
 
 /// Registers the library while it is loaded and takes it out when it is unloaded. A library that cannot
-/// register must not be used, so the load fails with it.
+/// register must not be used; nothing but the end of the program stops a load from within.
 struct ModuleStart {
     ModuleStart() noexcept {
         if (!module.initialize(&module)) {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 #include "Conversion.h"
@@ -19,27 +20,22 @@ constexpr Origin originOf(const char* operation) {
     return {".\\dtstrfkt.cc", "NkDtString", operation};
 }
 
-/// The page among 850, 437 and the system's OEM page that @p uCodePage names, and the direction between it
-/// and the program's ANSI text.
-struct PageDirection {
-    bool converts;
-    NkDtCodepageWandlung direction;
+/// The directions between the program's ANSI text and one of the pages that a database may have.
+struct PageDirections {
+    NkDtCodepageWandlung toAnsi;
+    NkDtCodepageWandlung fromAnsi;
 };
 
-PageDirection toAnsi(UINT uCodePage) noexcept {
-    if (uCodePage == 850) return {true, NkDtCp850To1252};
-    if (uCodePage == GetOEMCP()) return {true, NkDtCpOemToAnsi};
-    if (uCodePage == 437) return {true, NkDtCp437To1252};
-    return {false, NkDtCpOemToAnsi};
+/// Those of page 850, of the system's OEM page or of page 437, looked for in this order; none for any other
+/// page.
+std::optional<PageDirections> directionsOf(UINT uCodePage) noexcept {
+    if (uCodePage == 850) return PageDirections{NkDtCp850To1252, NkDtCp1252To850};
+    if (uCodePage == GetOEMCP()) return PageDirections{NkDtCpOemToAnsi, NkDtCpAnsiToOem};
+    if (uCodePage == 437) return PageDirections{NkDtCp437To1252, NkDtCp1252To437};
+    return std::nullopt;
 }
 
-PageDirection fromAnsi(UINT uCodePage) noexcept {
-    if (uCodePage == 850) return {true, NkDtCp1252To850};
-    if (uCodePage == GetOEMCP()) return {true, NkDtCpAnsiToOem};
-    if (uCodePage == 437) return {true, NkDtCp1252To437};
-    return {false, NkDtCpAnsiToOem};
-}
-
+constexpr Origin originConvToSQL = originOf("ConvToSQL(UINT)const");
 constexpr Origin originConvertCodePage = originOf("ConvertCodePage(NkDtCodepageWandlung)");
 
 void convert(NkDtString_Imp& text, NkDtCodepageWandlung eWandlung) {
@@ -172,38 +168,36 @@ void NkDtString::SetFromSQL(LPCTSTR pszText, INT nLen, UINT uCodePage) {
     wrapped(origin, [&] {
         // The final text alone decides on the modified flag, so the column is converted beside the old text.
         NkDtString_Imp column(pszText, nLen, NkDtStrLenAuto);
-        const PageDirection page = toAnsi(uCodePage);
-        if (page.converts) convert(column, page.direction);
+        if (const auto page = directionsOf(uCodePage)) convert(column, page->toAnsi);
         Text().Reserve(nLen);
         const bool changed = std::strcmp(column.Text(), Text().Text()) != 0;
         Text().Write(0, column.Text(), nLen);
         if (changed) SetModified(TRUE);
-        SetDefined(TRUE);
+        ValueAccess::state(*this).defined = TRUE;
     });
 }
 
 NkDtString NkDtString::ConvToSQL(UINT uCodePage) const {
-    static constexpr Origin origin = originOf("ConvToSQL(UINT)const");
-    return wrapped(origin, [&] {
-        const PageDirection page = fromAnsi(uCodePage);
+    return wrapped(originConvToSQL, [&] {
+        const std::optional<PageDirections> page = directionsOf(uCodePage);
         if (!IsDefined()) {
             NkDtString null("NULL");
-            if (page.converts) convert(null.Text(), page.direction);
+            if (page) convert(null.Text(), page->fromAnsi);
             return null;
         }
-        if (!page.converts) return Quoted(Text().VisibleText());
+        if (!page) return Quoted(Text().VisibleText());
         // Converted before it is quoted: an apostrophe that the conversion makes is doubled like any other.
         NkDtString_Imp converted(Text().Text(), NkDtStrLenAuto, NkDtStrLenAuto);
-        convert(converted, page.direction);
+        convert(converted, page->fromAnsi);
         return Quoted(converted.VisibleText());
     });
 }
 
 NkDtString NkDtString::Quoted(std::string_view text) {
-    static constexpr Origin origin = originOf("ConvToSQL(UINT)const");
     const auto apostrophes = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\''));
     const std::size_t length = text.size() + apostrophes + 2;
-    if (length > static_cast<std::size_t>(NkDtString_Imp::maxLength)) raise(origin, NkDtErrWertebereich);
+    if (length > static_cast<std::size_t>(NkDtString_Imp::maxLength))
+        raise(originConvToSQL, NkDtErrWertebereich);
     NkDtString literal("", 0, static_cast<INT>(length));
     LPTSTR out = literal.Text().Buffer();
     *out++ = '\'';

@@ -4,12 +4,11 @@
 /// The abstract base of all value classes: is the value defined, what does undefined mean, was it modified,
 /// how is it formatted.
 ///
-/// | working mode | an undefined value is | reading it | in arithmetic |
-/// |---|---|---|---|
-/// | 0 `NkDtWmMissing` | missing | raises error 2 "Undefinierter Wert" | makes the result undefined |
-/// | 1 `NkDtWmNull` | null, as in a database | gives the empty value | is neutral |
-/// | 2 `NkDtWmDefined` | not intended: constructed in this mode, it is defined | gives the stored value |
-/// takes part with the stored value |
+/// | working mode      | an undefined value     | reading it         | in arithmetic                |
+/// |-------------------|------------------------|--------------------|------------------------------|
+/// | 0 `NkDtWmMissing` | is missing             | raises error 2     | makes the result undefined   |
+/// | 1 `NkDtWmNull`    | is null, as in SQL     | gives the empty one | is neutral                  |
+/// | 2 `NkDtWmDefined` | arises by exception    | gives what is stored | takes part with that       |
 ///
 /// @code
 /// NkDtLong nMenge(NkDtWmNull);      // null
