@@ -18,10 +18,6 @@ function(nk_add_room name)
   cmake_path(ABSOLUTE_PATH room_INCLUDE NORMALIZE)
   cmake_path(ABSOLUTE_PATH room_INTERNAL NORMALIZE)
 
-  if(NOT room_SOURCES)  # a room whose first source is still to come
-    set(room_SOURCES "${CMAKE_CURRENT_BINARY_DIR}/empty.cc")
-    file(CONFIGURE OUTPUT "${room_SOURCES}" CONTENT "")
-  endif()
   add_library(nk_${name} OBJECT)
   add_library(nk::${name} ALIAS nk_${name})
   target_sources(nk_${name} PRIVATE ${room_SOURCES})

@@ -13,28 +13,29 @@
 
 namespace nkdt::pool {
 
+/// A free block. At the bottom of every list lies a block that is never taken.
 struct FreeBlock {
-    FreeBlock* next;
+    FreeBlock* next;  // null at the bottom
+    unsigned height;  // blocks below it
 };
 
-/// A thread's free blocks. Trivially destructible: values with static lifetime end after the main thread's
-/// locals, and their blocks then go past the emptied list to the system.
-struct FreeList {
-    FreeBlock* head = nullptr;
-    unsigned count = 0;
-    unsigned limit = 0;  // 0 until the thread gives its first block back, and again when it has ended
-};
+/// The bottoms, shared by all threads and never written: of a list that takes blocks back, and of one that
+/// does not because it counts as full.
+extern constinit FreeBlock openBottom __attribute__((visibility("hidden")));
+extern constinit FreeBlock closedBottom __attribute__((visibility("hidden")));
 
-// The initial-exec model saves a call on every access from inside the shared library; the block of 16 bytes
-// fits into what a library loaded later may use of it.
-extern thread_local constinit FreeList freeList
-    __attribute__((tls_model("initial-exec"), visibility("hidden")));
+/// The top of a thread's list: closed until the thread gives its first block back, and again when it has
+/// ended. Trivially destructible: values with static lifetime end after the main thread's locals, and their
+/// blocks then go past the closed list to the system.
+// The initial-exec model saves a call on every access from inside the shared library; eight bytes fit into
+// what a library loaded later may use of it.
+extern thread_local constinit FreeBlock* top __attribute__((tls_model("initial-exec"), visibility("hidden")));
 
 /// A new block from the system, or null.
 [[nodiscard]] void* takeSlow() noexcept;
 /// Calls NkEhNorvaneNewHandler() for a block.
 [[noreturn]] void exhausted();
-/// Gives the block to the system, or makes the list ready and keeps it.
+/// Gives the block to the system, or opens the list and keeps it.
 void giveSlow(void* block) noexcept;
 
 struct TwoBlocks {
@@ -48,12 +49,11 @@ void giveTwoSlow(void* first, void* second) noexcept;
 
 /// A block of recordBlockSize bytes, or null.
 [[nodiscard]] inline void* tryTake() noexcept {
-    FreeList& list = freeList;
-    FreeBlock* const block = list.head;
-    if (block == nullptr) [[unlikely]]
+    FreeBlock* const block = top;
+    FreeBlock* const below = block->next;
+    if (below == nullptr) [[unlikely]]
         return takeSlow();
-    list.head = block->next;
-    --list.count;
+    top = below;
     return block;
 }
 
@@ -66,32 +66,30 @@ void giveTwoSlow(void* first, void* second) noexcept;
 }
 
 inline void give(void* block) noexcept {
-    FreeList& list = freeList;
-    if (list.count >= list.limit) [[unlikely]]
+    FreeBlock* const below = top;
+    if (below->height >= recordPoolLimit) [[unlikely]]
         return giveSlow(block);
-    list.head = ::new (block) FreeBlock{list.head};
-    ++list.count;
+    top = ::new (block) FreeBlock{below, below->height + 1};
 }
 
 /// Two blocks with one look at the list: each look waits for the one before.
 [[nodiscard]] inline TwoBlocks takeTwo() {
-    FreeList& list = freeList;
-    FreeBlock* const first = list.head;
-    FreeBlock* const second = first != nullptr ? first->next : nullptr;
-    if (second == nullptr) [[unlikely]]
+    FreeBlock* const first = top;
+    FreeBlock* const second = first->next;
+    FreeBlock* const below = second != nullptr ? second->next : nullptr;
+    if (below == nullptr) [[unlikely]]
         return takeTwoSlow();
-    list.head = second->next;
-    list.count -= 2;
+    top = below;
     return {first, second};
 }
 
 inline void giveTwo(void* first, void* second) noexcept {
-    FreeList& list = freeList;
-    if (list.count + 2 > list.limit) [[unlikely]]
+    FreeBlock* const below = top;
+    const unsigned height = below->height;
+    if (height + 2 > recordPoolLimit) [[unlikely]]
         return giveTwoSlow(first, second);
-    FreeBlock* const below = ::new (second) FreeBlock{list.head};
-    list.head = ::new (first) FreeBlock{below};
-    list.count += 2;
+    FreeBlock* const lower = ::new (second) FreeBlock{below, height + 1};
+    top = ::new (first) FreeBlock{lower, height + 2};
 }
 
 /// A record in a block of the pool; the block goes back when its construction fails.

@@ -9,7 +9,10 @@
 
 namespace nkdt::pool {
 
-thread_local constinit FreeList freeList;
+constinit FreeBlock openBottom = {nullptr, 0};
+constinit FreeBlock closedBottom = {nullptr, recordPoolLimit};
+
+thread_local constinit FreeBlock* top = &closedBottom;
 
 namespace {
 
@@ -29,14 +32,13 @@ bool poolWanted() noexcept {
     return preloaded == nullptr || std::strstr(preloaded, "vgpreload") == nullptr;
 }
 
-/// Gives all blocks of the list back to the system.
-void empty(FreeList& list) noexcept {
-    while (FreeBlock* const block = list.head) {
-        list.head = block->next;
-        nkfw::release(block);
+/// Gives all blocks of the thread's list back to the system and closes it.
+void close() noexcept {
+    while (FreeBlock* const below = top->next) {
+        nkfw::release(top);
+        top = below;
     }
-    list.count = 0;
-    list.limit = 0;
+    top = &closedBottom;
 }
 
 enum class ThreadState : unsigned char { fresh, running, switchedOff, ended };
@@ -46,7 +48,7 @@ thread_local constinit ThreadState threadState = ThreadState::fresh;
 struct ThreadEnd {
     ThreadEnd() noexcept = default;
     ~ThreadEnd() {
-        empty(freeList);
+        close();
         threadState = ThreadState::ended;
     }
     ThreadEnd(const ThreadEnd&) = delete;
@@ -59,7 +61,7 @@ void start() noexcept {
     if (!wanted) return;
     static thread_local const ThreadEnd threadEnd;
     static_cast<void>(threadEnd);
-    freeList.limit = recordPoolLimit;
+    top = &openBottom;
 }
 
 }  // namespace
@@ -75,7 +77,7 @@ void exhausted() {
 void giveSlow(void* block) noexcept {
     if (threadState == ThreadState::fresh) {
         start();
-        if (freeList.limit > 0) return give(block);
+        if (threadState == ThreadState::running) return give(block);
     }
     nkfw::release(block);
 }
@@ -103,9 +105,9 @@ bool enableRecordPool(bool enable) noexcept {
     using namespace pool;
     if (threadState == ThreadState::ended) return false;
     if (threadState == ThreadState::fresh) start();
-    const bool wasOn = freeList.limit > 0;
+    const bool wasOn = threadState == ThreadState::running;
     if (!enable) {
-        empty(freeList);
+        close();
         threadState = ThreadState::switchedOff;
     } else if (!wasOn && !builtWithAddressSanitizer) {
         threadState = ThreadState::fresh;

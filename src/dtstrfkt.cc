@@ -151,6 +151,7 @@ void NkDtString::Serialize(CArchive& ar) {
             CString text;
             ar >> text;
             if (IsDefined()) {
+                Text().ReserveBesides(static_cast<INT>(std::strlen(text)));
                 *this = text.GetString();
             } else {
                 Clear();
@@ -169,7 +170,7 @@ void NkDtString::SetFromSQL(LPCTSTR pszText, INT nLen, UINT uCodePage) {
         // The final text alone decides on the modified flag, so the column is converted beside the old text.
         NkDtString_Imp column(pszText, nLen, NkDtStrLenAuto);
         if (const auto page = directionsOf(uCodePage)) convert(column, page->toAnsi);
-        Text().Reserve(nLen);
+        Text().ReserveBesides(nLen);
         const bool changed = std::strcmp(column.Text(), Text().Text()) != 0;
         Text().Write(0, column.Text(), nLen);
         if (changed) SetModified(TRUE);

@@ -2,7 +2,7 @@
 
 #include "Imp/dtstrini.h"
 #include "NarrowText.h"
-#include "RecordMemory.h"
+#include "ValueRecords.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"
 
@@ -21,48 +21,62 @@ constexpr Origin originFromWide = {".\\dtstring.cc", "NkDtString", "NkDtString(B
 constexpr INT intAllocLength = 11;   // "-2147483648"
 constexpr INT wideAllocLength = 20;  // "-9223372036854775808"
 
-using TextRecord = Record<NkDtString_Imp>;
+using TextRecords = NewRecords<NkDtString_Imp>;
 
-TextRecord digitsOf(LONG n) {
-    const auto bits = static_cast<ULONGLONG>(n);
-    return TextRecord(std::in_place, n < 0, n < 0 ? ULONGLONG{0} - bits : bits, intAllocLength);
+template <class... Args>
+TextRecords newText(const State& state, Args&&... args) {
+    return newRecords<NkDtString_Imp>(state, std::forward<Args>(args)...);
 }
 
-/// The digits of a value, or the empty text when it is undefined.
+/// A defined text in the default mode.
+template <class... Args>
+TextRecords newDefined(Args&&... args) {
+    return newText(newState(TRUE, NkDtWmDefault), std::forward<Args>(args)...);
+}
+
+TextRecords newDigits(const State& state, LONG n) {
+    const auto bits = static_cast<ULONGLONG>(n);
+    return newText(state, n < 0, n < 0 ? ULONGLONG{0} - bits : bits, intAllocLength);
+}
+
+/// The state of a value with its digits, or with the empty text when it is undefined.
 template <class Value>
-TextRecord digitsOfValue(const Value& value) {
-    return value.IsDefined() ? digitsOf(static_cast<LONG>(value.GetValue())) : TextRecord();
+TextRecords newDigitsOf(const Value& value) {
+    const State& state = ValueAccess::state(value);
+    return value.IsDefined() ? newDigits(state, static_cast<LONG>(value.GetValue())) : newText(state);
 }
 
 }  // namespace
 
 NkDtString::NkDtString(NkDtWorkingMode eMode) : NkDtBasis(FALSE, eMode) {}
 
-NkDtString::NkDtString(LPCTSTR psz, INT nLen, INT nAlloc)
-    : NkDtBasis(TRUE, NkDtWmDefault), m_imp(std::in_place, psz, nLen, nAlloc) {}
+NkDtString::NkDtString(LPCTSTR psz, INT nLen, INT nAlloc) : NkDtString(newDefined(psz, nLen, nAlloc)) {}
 
 NkDtString::NkDtString(const CString& r) : NkDtString(r.GetString(), NkDtStrLenAuto, NkDtStrLenAuto) {}
 
-NkDtString::NkDtString(const BSTR& r) : NkDtString(narrowText(r, originFromWide)) {}
+NkDtString::NkDtString(const OLECHAR* pwsz) : NkDtString(narrowText(pwsz, originFromWide)) {}
 
-NkDtString::NkDtString(CHAR ch) : NkDtBasis(TRUE, NkDtWmDefault), m_imp(std::in_place, ch) {}
+NkDtString::NkDtString(CHAR ch) : NkDtString(newDefined(ch)) {}
 
-NkDtString::NkDtString(INT n) : NkDtBasis(TRUE, NkDtWmDefault), m_imp(digitsOf(n)) {}
+NkDtString::NkDtString(INT n) : NkDtString(newDigits(newState(TRUE, NkDtWmDefault), n)) {}
 
-NkDtString::NkDtString(UINT n)
-    : NkDtBasis(TRUE, NkDtWmDefault), m_imp(std::in_place, false, ULONGLONG{n}, intAllocLength) {}
+NkDtString::NkDtString(UINT n) : NkDtString(newDefined(false, ULONGLONG{n}, intAllocLength)) {}
 
 NkDtString::NkDtString(Digits digits)
-    : NkDtBasis(TRUE, NkDtWmDefault),
-      m_imp(std::in_place, digits.fNegative, digits.ulMagnitude, wideAllocLength) {}
+    : NkDtString(newDefined(digits.fNegative, digits.ulMagnitude, wideAllocLength)) {}
 
-NkDtString::NkDtString(const NkDtLong& r) : NkDtBasis(r), m_imp(digitsOfValue(r)) {}
+NkDtString::NkDtString(const NkDtLong& r) : NkDtString(newDigitsOf(r)) {}
 
-NkDtString::NkDtString(const NkDtShort& r) : NkDtBasis(r), m_imp(digitsOfValue(r)) {}
+NkDtString::NkDtString(const NkDtShort& r) : NkDtString(newDigitsOf(r)) {}
 
-NkDtString::NkDtString(const NkDtString& r) = default;
+NkDtString::NkDtString(const NkDtString& r) : NkDtString(newText(ValueAccess::state(r), r.Text())) {}
 
-NkDtString::~NkDtString() = default;
+NkDtString::NkDtString(const NewRecords<NkDtString_Imp>& records) noexcept
+    : NkDtBasis(records.state), m_imp(records.imp) {}
+
+NkDtString::~NkDtString() {
+    endRecords(*this, m_imp);
+}
 
 const CRuntimeClass* NkDtString::GetThisClass() noexcept {
     return &classNkDtString;

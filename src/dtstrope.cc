@@ -35,12 +35,12 @@ NkDtString& NkDtString::operator=(const NkDtString& r) {
     if (this == &r) return *this;
     if (!r.IsDefined()) {
         Text().StrReset();
-        ValueAccess::state(*this).defined =
-            FALSE;  // whatever the mode, and without raising the modified flag
+        // Whatever the mode, and without raising the modified flag.
+        ValueAccess::state(*this).defined = FALSE;
         return *this;
     }
     const NkDtString_Imp& source = r.Text();
-    if (!IsDefined() || GetAllocLength() < source.Length()) Text().StrRealloc(source.Length());
+    if (!IsDefined() || GetAllocLength() < source.Length()) Resize(source.Length());
     if (std::strcmp(Text().Text(), source.Text()) != 0) {
         Text().Write(0, source.Text(), source.Length());
         SetModified(TRUE);
@@ -57,13 +57,16 @@ NkDtString& NkDtString::operator=(LPCTSTR psz) {
 }
 
 NkDtString& NkDtString::operator=(const CString& r) {
-    TakeWhole(r, static_cast<INT>(std::strlen(r)));
+    static constexpr Origin origin = originOf("operator=(CString&)");
+    const std::size_t nLength = std::strlen(r);
+    if (nLength > maxLength) raise(origin, NkDtErrInitiallaenge);
+    TakeWhole(r, static_cast<INT>(nLength));
     return *this;
 }
 
-NkDtString& NkDtString::operator=(const BSTR& r) {
+NkDtString& NkDtString::operator=(const OLECHAR* pwsz) {
     static constexpr Origin origin = originOf("operator=(BSTR)");
-    const CString text = narrowText(r, origin);
+    const CString text = narrowText(pwsz, origin);
     TakeWhole(text, combinedLength(static_cast<std::size_t>(text.GetLength()), 0, origin));
     return *this;
 }
@@ -76,9 +79,19 @@ NkDtString& NkDtString::operator=(TCHAR ch) {
     return *this;
 }
 
+void NkDtString::Resize(INT nAlloc) {
+    const bool fHasText = GetLength() != 0;
+    try {
+        Text().StrRealloc(nAlloc);
+    } catch (...) {  // the text is lost with its buffer, and an application must notice
+        if (fHasText) SetModified(TRUE);
+        throw;
+    }
+}
+
 void NkDtString::TakeWhole(LPCTSTR psz, INT nLength) {
     // A source inside this text needs its buffer, which has the room.
-    if (GetAllocLength() < nLength || (!IsDefined() && !Text().Holds(psz))) Text().StrRealloc(nLength);
+    if (GetAllocLength() < nLength || (!IsDefined() && !Text().Holds(psz))) Resize(nLength);
     if (std::strcmp(Text().Text(), psz) != 0) {
         SetModified(TRUE);
         Text().Write(0, psz, nLength);
@@ -141,7 +154,7 @@ NkDtString& NkDtString::operator+=(LPCTSTR psz) {
 NkDtString& NkDtString::operator+=(TCHAR ch) {
     static constexpr Origin origin = originOf("operator+=(TCHAR)");
     const INT nLength = combinedLength(static_cast<std::size_t>(GetLength()), 1, origin);
-    Text().Reserve(nLength);
+    if (GetAllocLength() < nLength) Resize(nLength);
     Text().Write(nLength - 1, &ch, 1);
     SetDefined(TRUE);
     SetModified(TRUE);
@@ -156,7 +169,7 @@ void NkDtString::AppendText(LPCTSTR psz, std::size_t nLength, const Origin& orig
         // A source inside this text moves with the buffer.
         const bool fInside = Text().Holds(psz);
         const std::ptrdiff_t nOffset = fInside ? psz - Text().Text() : 0;
-        if (!IsDefined() || GetAllocLength() < nNew) Text().StrRealloc(nNew);
+        if (!IsDefined() || GetAllocLength() < nNew) Resize(nNew);
         Text().Write(nOld, fInside ? Text().Text() + nOffset : psz, static_cast<INT>(nLength));
         SetModified(TRUE);
         SetDefined(TRUE);
@@ -178,6 +191,12 @@ NkDtString NkDtString::Concatenate(const NkDtString& a, const NkDtString& b) {
     if (!a.IsDefined()) return b;
     if (!b.IsDefined()) return a;
     return Joined(a.Text().WholeText(), b.Text().WholeText(), origin);
+}
+
+NkDtString NkDtString::Concatenate(const NkDtString& a, const CString& b) {
+    static constexpr Origin origin = originOf("operator+(CString&)");
+    if (!a.IsDefined()) return NkDtString(b);
+    return Joined(a.Text().WholeText(), b.GetString(), origin);
 }
 
 NkDtString NkDtString::Concatenate(const NkDtString& a, LPCTSTR b) {

@@ -36,6 +36,8 @@ class NkDtString_Imp;
 namespace nkdt {
 
 struct Origin;
+template <class Imp>
+struct NewRecords;
 extern template class NKDT_API Record<NkDtString_Imp>;
 
 }  // namespace nkdt
@@ -50,9 +52,9 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// beyond a non-empty text, or 2147483647.
     NkDtString(LPCTSTR psz, INT nLen = NkDtStrLenAuto, INT nAlloc = NkDtStrLenAuto);
     NkDtString(const CString& r);
-    /// The text up to its first character 0. Error 23 "Wandlung in Wide-Charakter-Format nicht möglich" for a
-    /// character that code page 1252 does not have.
-    NkDtString(const BSTR& r);
+    /// A `BSTR` or any other 16-bit text, up to its first character 0. Error 23 "Wandlung in
+    /// Wide-Charakter-Format nicht möglich" for a character that code page 1252 does not have.
+    NkDtString(const OLECHAR* pwsz);
     /// One character; the empty text for NUL.
     NkDtString(CHAR ch);
     /// The decimal digits, a leading "-" when negative.
@@ -89,7 +91,7 @@ class NKDT_API NkDtString : public NkDtBasis {
     NkDtString& operator=(LPCTSTR psz);
     NkDtString& operator=(const CString& r);
     /// As the constructor; error 23, nothing changed, for a character that code page 1252 does not have.
-    NkDtString& operator=(const BSTR& r);
+    NkDtString& operator=(const OLECHAR* pwsz);
     /// A text of this one character; NUL too counts as a character here.
     NkDtString& operator=(TCHAR ch);
     template <class T, nkdt::If<nkdt::isNumberValue<T>> = 0>
@@ -186,9 +188,7 @@ class NKDT_API NkDtString : public NkDtBasis {
     // when the result would be too long, error 5 for a null pointer.
     friend NkDtString operator+(const NkDtString& a, const NkDtString& b) { return Concatenate(a, b); }
     friend NkDtString operator+(const NkDtString& a, LPCTSTR b) { return Concatenate(a, b); }
-    friend NkDtString operator+(const NkDtString& a, const CString& b) {
-        return Concatenate(a, b.GetString());
-    }
+    friend NkDtString operator+(const NkDtString& a, const CString& b) { return Concatenate(a, b); }
     friend NkDtString operator+(const NkDtString& a, TCHAR b) { return Concatenate(a, b); }
     friend NkDtString operator+(LPCTSTR a, const NkDtString& b) { return Concatenate(a, b); }
     friend NkDtString operator+(const CString& a, const NkDtString& b) {
@@ -350,11 +350,13 @@ class NKDT_API NkDtString : public NkDtBasis {
         ULONGLONG ulMagnitude;
     };
     NkDtString(Digits digits);
+    explicit NkDtString(const nkdt::NewRecords<NkDtString_Imp>& records) noexcept;
 
     NkDtString_Imp& Text() { return *m_imp; }
     const NkDtString_Imp& Text() const { return *m_imp; }
     void TakeText(LPCTSTR psz, INT nLength);
     void TakeWhole(LPCTSTR psz, INT nLength);
+    void Resize(INT nAlloc);
     void AppendText(LPCTSTR psz, std::size_t nLength, const nkdt::Origin& origin);
     static NkDtString Joined(std::string_view left, std::string_view right, const nkdt::Origin& origin);
     static NkDtString Quoted(std::string_view text);
@@ -363,6 +365,7 @@ class NKDT_API NkDtString : public NkDtBasis {
     static INT Order(const NkDtString& a, const NkDtString& b, Comparison comparison);
     static INT Order(const NkDtString& a, const PlainText& b, Comparison comparison);
     static NkDtString Concatenate(const NkDtString& a, const NkDtString& b);
+    static NkDtString Concatenate(const NkDtString& a, const CString& b);
     static NkDtString Concatenate(const NkDtString& a, LPCTSTR b);
     static NkDtString Concatenate(const NkDtString& a, TCHAR b);
     static NkDtString Concatenate(LPCTSTR a, const NkDtString& b);

@@ -54,7 +54,8 @@ NkDtString_Imp::NkDtString_Imp(LPCTSTR pszText, INT nLen, INT nAlloc) {
     const INT length = checkedLength(pszText, nLen);
     if (nAlloc == tooLong) raise(originFromText, NkDtErrInitiallaenge);
     const INT room = nAlloc < 1 || nAlloc < length ? length : nAlloc;
-    wrapped(originFromText, [&] { StrAlloc(length < 1 ? "" : pszText, length, room); });
+    const INT copied = *pszText == '\0' ? 0 : length;  // an empty text with a length is filled with NUL
+    wrapped(originFromText, [&] { Fill(pszText, copied, length, room); });
 }
 
 NkDtString_Imp::NkDtString_Imp(TCHAR ch) {
@@ -63,7 +64,7 @@ NkDtString_Imp::NkDtString_Imp(TCHAR ch) {
 }
 
 NkDtString_Imp::NkDtString_Imp(bool fNegative, ULONGLONG ulMagnitude, INT nAlloc) {
-    StrAlloc("", nAlloc);
+    Fill("", 0, 0, nAlloc);
     LPTSTR out = m_pText;
     if (fNegative) *out++ = '-';
     out = std::to_chars(out, m_pText + m_nAlloc, ulMagnitude).ptr;
@@ -85,6 +86,10 @@ void NkDtString_Imp::StrAlloc(LPCTSTR pszText, INT nAlloc) {
 }
 
 void NkDtString_Imp::StrAlloc(LPCTSTR pszText, INT nLen, INT nAlloc) {
+    Fill(pszText, lengthUpTo(pszText, nLen), nLen, nAlloc);
+}
+
+void NkDtString_Imp::Fill(LPCTSTR pszText, INT nCopied, INT nLen, INT nAlloc) {
     if (nAlloc == 0) {
         FreeBuffer();
         m_nLength = 0;
@@ -92,9 +97,9 @@ void NkDtString_Imp::StrAlloc(LPCTSTR pszText, INT nLen, INT nAlloc) {
     }
     LPTSTR const buffer = textMemory::allocate(bufferSize(nAlloc));
     if (buffer == nullptr) Exhausted(bufferSize(nAlloc));
-    const auto copied = static_cast<std::size_t>(lengthUpTo(pszText, nLen));
-    std::memcpy(buffer, pszText, copied);
-    std::memset(buffer + copied, '\0', static_cast<std::size_t>(nLen) + 1 - copied);
+    std::memcpy(buffer, pszText, static_cast<std::size_t>(nCopied));
+    if (nCopied < nLen) std::memset(buffer + nCopied, '\0', static_cast<std::size_t>(nLen - nCopied));
+    buffer[nLen] = '\0';
     FreeBuffer();
     m_pText = buffer;
     m_nLength = nLen;
@@ -110,6 +115,16 @@ void NkDtString_Imp::StrRealloc(INT nAlloc) {
                               : textMemory::reallocate(m_pText, bufferSize(m_nAlloc), bufferSize(nAlloc));
     if (buffer == nullptr) Exhausted(bufferSize(nAlloc));
     if (m_nAlloc == 0) NkDtMemSetTCHAR(buffer, '\0', static_cast<UINT>(bufferSize(nAlloc)));
+    m_pText = buffer;
+    m_nAlloc = nAlloc;
+}
+
+void NkDtString_Imp::ReserveBesides(INT nAlloc) {
+    if (m_nAlloc >= nAlloc) return;
+    LPTSTR const buffer = textMemory::allocate(bufferSize(nAlloc));
+    if (buffer == nullptr) NkEhNorvaneNewHandler(bufferSize(nAlloc));
+    std::memcpy(buffer, m_pText, bufferSize(m_nLength));
+    FreeBuffer();
     m_pText = buffer;
     m_nAlloc = nAlloc;
 }

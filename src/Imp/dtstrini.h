@@ -31,7 +31,9 @@ class NkDtString_Imp {
     /// A copy whose allocated length is the length.
     NkDtString_Imp(const NkDtString_Imp& r);
     NkDtString_Imp& operator=(const NkDtString_Imp&) = delete;
-    ~NkDtString_Imp() { FreeBuffer(); }
+    ~NkDtString_Imp() {
+        if (m_nAlloc != 0) FreeBuffer();
+    }
 
     LPCTSTR Text() const noexcept { return m_pText; }
     INT Length() const noexcept { return m_nLength; }
@@ -57,6 +59,8 @@ class NkDtString_Imp {
     void Reserve(INT nAlloc) {
         if (m_nAlloc < nAlloc) StrRealloc(nAlloc);
     }
+    /// The same, but the text stays as it is when memory is exhausted.
+    void ReserveBesides(INT nAlloc);
     /// The shared empty text, no hit.
     void StrReset() noexcept;
     /// Writes @p nCount characters of @p pch, which may lie in this buffer, at @p nPos, ends the text behind
@@ -72,6 +76,8 @@ class NkDtString_Imp {
     LPTSTR Buffer() noexcept { return m_pText; }
 
   private:
+    /// @p nCopied characters, then NUL up to @p nLen, with room for @p nAlloc.
+    void Fill(LPCTSTR pszText, INT nCopied, INT nLen, INT nAlloc);
     void FreeBuffer() noexcept;
     [[noreturn]] void Exhausted(std::size_t nBytes);
 

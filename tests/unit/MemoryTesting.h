@@ -50,8 +50,6 @@ class Requests {
     static long count() { return detail::requests; }
     static std::size_t bytes() { return detail::bytes; }
     static bool failed() { return detail::requests >= detail::failing; }
-
-  private:
 };
 
 /// The calling thread's pool switched for a scope.
@@ -65,5 +63,12 @@ class Pool {
   private:
     bool m_before;
 };
+
+/// Whether this build and this run have a pool at all; it is off under an address sanitizer and under
+/// valgrind.
+inline bool poolExists() {
+    const Pool on(true);
+    return nkdt::enableRecordPool(true);
+}
 
 }  // namespace memorytest

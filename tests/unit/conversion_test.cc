@@ -4,6 +4,8 @@
 #include <nkfo/NkFormat.h>
 #include <nkfw/Recordset.h>
 
+#include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -412,6 +414,38 @@ TYPED_TEST(Conversion, MarksAFieldNullAndLeavesItForAnUndefinedValue) {
         EXPECT_EQ(field, Sample<TypeParam>::otherField());
         EXPECT_EQ(rs.IsFieldNull(&field), TRUE);
         EXPECT_EQ(rs.IsFieldNull(&untouched), FALSE);
+    }
+}
+
+// --- Bounds ---------------------------------------------------------------------------------------------
+
+TYPED_TEST(NumberConversion, ComesBackAtItsBoundsFromEveryRepresentation) {
+    using Number = typename TypeParam::Value;
+    using Limits = std::numeric_limits<Number>;
+    for (const Number number : {Limits::min(), static_cast<Number>(Limits::min() + 1), Number{-1}, Number{0},
+                                Number{1}, Limits::max()}) {
+        TypeParam value{INT{number}};
+        const auto check = [&](const char* representation, const std::function<void(TypeParam&)>& read) {
+            TypeParam back;
+            read(back);
+            EXPECT_EQ(back.GetValue(), number) << representation;
+        };
+        check("user-interface text", [&](TypeParam& back) { back.SetFromOFL(value.ConvToOFL()); });
+        check("SQL", [&](TypeParam& back) { back = TypeParam(value.ConvToSQL()); });
+        check("external text", [&](TypeParam& back) {
+            BOOL defined = FALSE;
+            USHORT version = 0;
+            const NkDtString text = value.ConvToExtern(defined, version);
+            back.SetFromExtern(&text, defined, version);
+        });
+        check("recordset", [&](TypeParam& back) {
+            CRecordset rs;
+            typename Sample<TypeParam>::Field field = 5;
+            value.ConvToRecordSet(rs, field);
+            back.SetFromRecordSet(rs, field);
+        });
+        check("archive", [&](TypeParam& back) { load(back, stored(value)); });
+        check("text", [&](TypeParam& back) { back = TypeParam(NkDtString(value)); });
     }
 }
 

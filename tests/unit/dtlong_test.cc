@@ -7,6 +7,7 @@
 #include <nkfw/Recordset.h>
 
 #include <limits>
+#include <sstream>
 #include <string>
 #include <type_traits>
 
@@ -228,6 +229,22 @@ TEST(NkDtLong, KeepsModeAndFormatWhenItIsComputedInPlace) {
     EXPECT_EQ(number.GetFormat(), &kFormat);
 }
 
+TEST(NkDtLong, IsModifiedInPlaceUnlessZeroIsAdded) {
+    NkDtLong number(5);
+    number += 0;
+    number -= NkDtLong(0);
+    EXPECT_EQ(describe(number), "5 defined");
+    for (const auto& change : {+[](NkDtLong& n) { n += 1; }, +[](NkDtLong& n) { n -= NkDtLong(-1); },
+                               +[](NkDtLong& n) { ++n; }, +[](NkDtLong& n) { n++; }}) {
+        NkDtLong changed(5);
+        change(changed);
+        EXPECT_EQ(describe(changed), "6 defined modified");
+    }
+    NkDtLong null(NkDtWmNull);
+    null += 0;
+    EXPECT_EQ(describe(null), "0 defined modified");
+}
+
 TEST(NkDtLong, ChangesNothingWhenAComputationInPlaceFails) {
     NkDtLong number(kMax);
     expectError(NkDtErrWertebereich, [&] { number += 1; });
@@ -252,6 +269,26 @@ TEST(NkDtLong, IncrementsAndDecrementsWithoutAResult) {
     ++missing;
     missing--;
     EXPECT_EQ(describe(missing), "0 missing");
+}
+
+TEST(NkDtLong, IsNotChangedByANumberBeyond32Bits) {
+    for (const LONGLONG number :
+         {LONGLONG{2147483648}, LONGLONG{-2147483649}, std::numeric_limits<LONGLONG>::min()}) {
+        NkDtLong value(5);
+        expectError(NkDtErrWertebereich, [&] { value = number; });
+        expectError(NkDtErrWertebereich, [&] { value += number; });
+        expectError(NkDtErrWertebereich, [&] { value -= number; });
+        EXPECT_EQ(describe(value), "5 defined");
+    }
+}
+
+// --- Streams --------------------------------------------------------------------------------------------
+
+TEST(NkDtLong, WritesItsDigitsToAStreamAndNothingWhenUndefined) {
+    std::ostringstream stream;
+    stream << NkDtLong(kMin) << '|' << NkDtLong(0) << '|' << NkDtLong(NkDtWmMissing) << NkDtLong(NkDtWmNull)
+           << '|' << NkDtShort(-32768);
+    EXPECT_EQ(stream.str(), "-2147483648|0||-32768");
 }
 
 // --- SQL and recordset beyond 32 bits -----------------------------------------------------------------

@@ -438,11 +438,20 @@ TEST(NkDtStringAssignment, TakesAPartOfItsOwnText) {
     EXPECT_EQ(describe(longer), "'text that is too long for a pool's block' 40/42 defined modified");
 }
 
+TEST(NkDtStringAssignment, OfAnExpressionOfItselfKeepsTheRoom) {
+    NkDtString text("abc", 3, 10);
+    text = text + "d";
+    EXPECT_EQ(describe(text), "'abcd' 4/10 defined modified");
+    text = text.GetnValue(1, 2);
+    EXPECT_EQ(describe(text), "'bc' 2/10 defined modified");
+    text = text + text;
+    EXPECT_EQ(describe(text), "'bcbc' 4/10 defined modified");
+}
+
 TEST(NkDtStringAssignment, TakesAPartOfItsOwnTextWhileUndefined) {
     NkDtString text = undefinedWithText(NkDtWmNull, "a text that is too long for a pool's block", 200);
     text = text.GetValue() + 33;
-    EXPECT_EQ(bytesOf(text), "l's block");
-    EXPECT_EQ(stateOf(text), "defined modified");
+    EXPECT_EQ(describe(text), "'l's block' 9/200 defined modified");
 }
 
 TEST(NkDtStringAssignment, OfACharacterMakesATextOfIt) {

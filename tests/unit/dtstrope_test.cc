@@ -4,6 +4,7 @@
 #include <nkdt/NkDtString.h>
 #include <nkfo/NkFormat.h>
 
+#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -306,6 +307,15 @@ TEST(NkDtStringConcatenation, WithANullPointerIsRefused) {
         expectError(NkDtErrInitialwert, [&] { static_cast<void>(text + pointer); });
         expectError(NkDtErrInitialwert, [&] { static_cast<void>(pointer + text); });
     }
+}
+
+// --- Streams ------------------------------------------------------------------------------------
+
+TEST(NkDtStringStream, WritesTheBytesUpToTheFirstNulAndNothingForAnUndefinedText) {
+    std::ostringstream stream;
+    stream << defined() << '|' << NkDtString("M\xFCller") << '|' << withNul() << '|' << missing() << null()
+           << '|';
+    EXPECT_EQ(stream.str(), "abc|M\xFCller|a||");
 }
 
 // --- Equality -----------------------------------------------------------------------------------

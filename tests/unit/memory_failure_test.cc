@@ -136,9 +136,11 @@ void isUnchanged(const Value& value, const Value& before) {
     EXPECT_EQ(value.GetWorkingMode(), before.GetWorkingMode());
 }
 
-/// A text whose buffer could not be made larger is empty and owns nothing; the definedness stays.
+/// A text whose buffer could not be made larger is empty and owns nothing; the definedness stays, and the loss
+/// of a text counts as a change.
 void isEmptied(const NkDtString& value, const NkDtString& before) {
-    EXPECT_EQ(describe(value), std::string("'' 0/0 ") + stateOf(before));
+    const bool loses = before.GetLength() != 0 && !before.IsModified();
+    EXPECT_EQ(describe(value), std::string("'' 0/0 ") + stateOf(before) + (loses ? " modified" : ""));
 }
 
 /// One or the other, when some requests come before the buffer's and some behind.
@@ -271,14 +273,31 @@ TYPED_TEST(NumberMemoryFailure, LeavesNothingBehindAnOperatorThatFails) {
 
 TYPED_TEST(NumberMemoryFailure, LeavesTheValueAsItWasWhenAConversionIntoItFails) {
     const std::function<TypeParam()> five = [] { return TypeParam(5); };
+    const NkDtString malformed("12x");
     this->template tryEachOn<TypeParam>(
-        "SetFromOFL refused", five, kReplaced | kSomethingElse,
+        "assignment of a malformed text value", five, kDone | kNewHandler,
+        [&](TypeParam& value) {
+            try {
+                value = TypeParam(malformed);
+            } catch (NkDtExcep* caught) {
+                const ErrorPtr error(caught);
+                if (error->GetErrorNumber() != NkDtErrInitialwert) throw;
+            }
+        },
+        isUnchanged<TypeParam>);
+    // A refusal is the same with and without memory.
+    this->template tryEachOn<TypeParam>(
+        "SetFromOFL", five, kDone,
         [](TypeParam& value) {
             try {
                 value.SetFromOFL("12x");
             } catch (NkDtExcep* caught) {
-                caught->Delete();
+                const ErrorPtr error(caught);
+                if (error->GetErrorNumber() == NkDtErrFolgefehler &&
+                    error->GetCauseNumber() == NkFoFehlerText)
+                    return;
             }
+            throw 0;
         },
         isUnchanged<TypeParam>);
     this->template tryEachOn<TypeParam>(
@@ -358,7 +377,7 @@ TEST_F(TextMemoryFailure, EmptiesTheTextWhenACharacterFindsNoRoom) {
     tryEachOn<NkDtString>(
         "=", empty, kNewHandler, [](NkDtString& text) { text = 'x'; },
         [](const NkDtString& text, const NkDtString&) {
-            EXPECT_EQ(describe(text).substr(0, 14), "'' 0/0 defined");
+            EXPECT_EQ(describe(text), "'' 0/0 defined modified");
         });
     tryEachOn<NkDtString>(
         "+=", empty, kNewHandler, [](NkDtString& text) { text += 'x'; }, isEmptied);
@@ -413,15 +432,15 @@ TEST_F(TextMemoryFailure, LeavesTheTextAsItWasOrEmptiedWhenAConversionIntoItFail
     tryEachText(
         "SetFromSQL", kReplaced,
         [&](NkDtString& text) { text.SetFromSQL(longer.c_str(), static_cast<INT>(longer.size()), 850); },
-        isUnchangedOrEmptied);
+        isUnchanged<NkDtString>);
     tryEachText(
         "SetFromOFL", kReplaced, [&](NkDtString& text) { text.SetFromOFL(longer.c_str()); },
         isUnchangedOrEmptied);
     tryEachText(
         "SetFromExtern", kReplaced, [&](NkDtString& text) { text.SetFromExtern(&source, TRUE, 100); },
         [](const NkDtString& text, const NkDtString& before) {
-            // marked defined first
-            EXPECT_EQ(describe(text), before.IsDefined() ? "'' 0/0 defined" : "'' 0/0 defined modified");
+            const bool changes = !before.IsDefined() || before.GetLength() != 0;  // marked defined first
+            EXPECT_EQ(describe(text), changes ? "'' 0/0 defined modified" : "'' 0/0 defined");
         });
     tryEachText(
         "SetFromRecordSet", kNewHandler,
@@ -446,7 +465,7 @@ TEST_F(TextMemoryFailure, LeavesTheTextAsItWasOrEmptiedWhenAConversionIntoItFail
             CArchive archive(&file, CArchive::load);
             text.Serialize(archive);
         },
-        isUnchangedOrEmptied);
+        isUnchanged<NkDtString>);
 }
 
 TEST_F(TextMemoryFailure, LeavesTheTextAsItWasWhenItsCodePageCannotBeConverted) {

@@ -2,8 +2,10 @@
 
 #include <nkdt/NkDt.h>
 #include <nkfo/NkFormat.h>
+#include <nkfw/Recordset.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -237,11 +239,34 @@ TYPED_TEST(AnyValue, AssignTakesAnObjectOfTheSameClassAsTheOperatorDoes) {
     }
 }
 
+/// A derived class with a run-time class of its own.
+template <class Value>
+class Named : public Derived<Value> {
+  public:
+    using Derived<Value>::Derived;
+    static const CRuntimeClass* GetThisClass() noexcept {
+        static constexpr CRuntimeClass runtimeClass{"Named", sizeof(Named), 1, nullptr, &Value::GetThisClass};
+        return &runtimeClass;
+    }
+    const CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
+};
+
 TYPED_TEST(AnyValue, AssignTakesAnObjectOfADerivedClass) {
-    TypeParam target;
-    target.Assign(Derived<TypeParam>(Sample<TypeParam>::one()));
+    const Derived<TypeParam> derived(Sample<TypeParam>::one());
+    const Named<TypeParam> named(Sample<TypeParam>::one());
+    for (const NkDtBasis* const source :
+         {static_cast<const NkDtBasis*>(&derived), static_cast<const NkDtBasis*>(&named)}) {
+        TypeParam target;
+        target.Assign(*source);
+        EXPECT_EQ(textOf(target), Sample<TypeParam>::oneText);
+        EXPECT_EQ(stateOf(target), "defined modified");
+    }
+}
+
+TYPED_TEST(AnyValue, AnObjectOfADerivedClassTakesOneOfItsBase) {
+    Named<TypeParam> target;
+    target.Assign(Sample<TypeParam>::one());
     EXPECT_EQ(textOf(target), Sample<TypeParam>::oneText);
-    EXPECT_EQ(stateOf(target), "defined modified");
 }
 
 template <class Value>
@@ -398,6 +423,64 @@ TYPED_TEST(AnyValue, AHuskIsAFreshValueInModeThreeAtItsFirstUse) {
             EXPECT_EQ(describe(source), fresh);
             EXPECT_EQ(source.GetWorkingMode(), mode);
             EXPECT_EQ(source.GetFormat(), nullptr);
+        }
+    }
+}
+
+/// What changes a value or computes with it, with what comes out of it as a text.
+template <class Value>
+std::vector<std::pair<const char*, std::function<std::string(Value&)>>> operations() {
+    using S = Sample<Value>;
+    static const Value other = S::other();
+    static const NkDtString text = S::otherText;
+    return {
+        {"SetFromOFL", [](Value& value) { return value.SetFromOFL(S::oneText), std::string(); }},
+        {"SetFromSQL", [](Value& value) { return S::setFromSql(value, true), std::string(); }},
+        {"SetFromExtern", [](Value& value) { return value.SetFromExtern(&text, TRUE, 100), std::string(); }},
+        {"SetFromRecordSet",
+         [](Value& value) {
+             CRecordset rs;
+             return value.SetFromRecordSet(rs, S::oneField()), std::string();
+         }},
+        {"ConvToRecordSet",
+         [](Value& value) {
+             CRecordset rs;
+             auto field = S::oneField();
+             value.ConvToRecordSet(rs, field);
+             return std::to_string(rs.IsFieldNull(&field));
+         }},
+        {"load",
+         [](Value& value) {
+             Value source(other);
+             return load(value, stored(source)), std::string();
+         }},
+        {"Assign", [](Value& value) { return value.Assign(other), std::string(); }},
+        {"SetWorkingMode", [](Value& value) { return value.SetWorkingMode(NkDtWmNull), std::string(); }},
+        {"+=", [](Value& value) { return describe(value += other); }},
+        {"+", [](Value& value) { return describe(value + other); }},
+        {"+ left", [](Value& value) { return describe(other + value); }},
+        {"==", [](Value& value) { return std::to_string(value == other); }},
+        {"<", [](Value& value) { return std::to_string(other < value); }},
+        {"GetValue", [](Value& value) { return value.GetValue(), std::string(); }},
+    };
+}
+
+TYPED_TEST(AnyValue, AHuskTakesPartInEveryOperationAsAFreshValueDoes) {
+    for (const NkDtWorkingMode mode : kStoredModes) {
+        const DefaultMode scope(mode);
+        for (const auto& [name, operation] : operations<TypeParam>()) {
+            SCOPED_TRACE(name);
+            TypeParam fresh;
+            TypeParam husk = Sample<TypeParam>::one();
+            const TypeParam taken(std::move(husk));
+            const auto outcome = [&operation = operation](TypeParam& value) {
+                std::string result;
+                const ErrorPtr error = errorOf([&] { result = operation(value); });
+                return error != nullptr ? "error " + std::to_string(error->GetErrorNumber()) : result;
+            };
+            EXPECT_EQ(outcome(husk), outcome(fresh));
+            EXPECT_EQ(describe(husk), describe(fresh));
+            EXPECT_EQ(husk.GetWorkingMode(), fresh.GetWorkingMode());
         }
     }
 }

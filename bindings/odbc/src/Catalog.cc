@@ -126,8 +126,12 @@ std::vector<CString> tablesOf(const std::shared_ptr<Connection>& connection) {
         query.checkCall(SQLTables(query.handle(), nullptr, 0, nullptr, 0, nullptr, 0, sqlText(kinds),
                                   static_cast<SQLSMALLINT>(kinds.size())));
     }
-    while (query.fetch())
-        tables.push_back(nameFromUtf8(query.getString(nameColumn)));
+    while (query.fetch()) {
+        const std::string name = query.getString(nameColumn);
+        // SQLite keeps names that begin so for itself.
+        if (connection->dbms() == CDatabase::sqlite && name.rfind("sqlite_", 0) == 0) continue;
+        tables.push_back(nameFromUtf8(name));
+    }
     std::sort(tables.begin(), tables.end());
     return tables;
 }

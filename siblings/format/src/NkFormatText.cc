@@ -57,14 +57,18 @@ LPCTSTR className(ULONG valid) noexcept {
     }
 }
 
+bool isValid(const TextSettings& settings, char c) noexcept {
+    return (settings.valid & characterClass[static_cast<unsigned char>(c)]) != 0;
+}
+
 /// Refuses a character outside of the valid ones; @p part lies inside @p text.
 void checkCharacters(const Origin& origin, NkFoFehler number, const TextSettings& settings,
                      std::string_view text, std::string_view part) {
     if (settings.valid == kulNkFoValidAll) return;
     for (const char& c : part) {
-        const ULONG found = characterClass[static_cast<unsigned char>(c)];
-        if ((settings.valid & found) != 0) continue;
-        nkfo::refuse(origin, number, text, static_cast<std::size_t>(&c - text.data()) + 1, className(found));
+        if (isValid(settings, c)) continue;
+        nkfo::refuse(origin, number, text, static_cast<std::size_t>(&c - text.data()) + 1,
+                     className(characterClass[static_cast<unsigned char>(c)]));
     }
 }
 
@@ -132,7 +136,8 @@ CString NkFormat::FormatChar(TCHAR ch) const {
 TCHAR NkFormat::ParseChar(LPCTSTR pszText) const {
     const TextSettings& settings = TextOf(parseChar);
     const std::string_view text = readText(parseChar, settings, pszText);
-    if (text.empty()) return *pszText;  // a fill character, or nothing at all
+    // All of fill, or nothing at all: a fill character that is not valid was no character of its own.
+    if (text.empty()) return isValid(settings, *pszText) ? *pszText : '\0';
     if (text.size() > 1) nkfo::refuse(parseChar, NkFoFehlerText, pszText, 2, "nur ein Zeichen erlaubt");
     return text[0];
 }

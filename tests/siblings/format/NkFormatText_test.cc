@@ -139,6 +139,12 @@ TEST(NkFormatChar, ACharacterUsesTheTextSettings) {
     EXPECT_EQ(errorNumberOf([] { return textFormat(1, kulNkFoValidDigits).ParseChar("x"); }), NkFoFehlerText);
 }
 
+TEST(NkFormatChar, ATextAllOfFillReadsAsTheFillCharacterWhereItIsValid) {
+    EXPECT_EQ(textFormat(3, kulNkFoValidAll, atStart, '0').ParseChar("000"), '0');
+    EXPECT_EQ(textFormat(3, kulNkFoValidLetters, atStart, '0').ParseChar("000"), '\0');
+    EXPECT_EQ(textFormat(3, kulNkFoValidLetters, atStart, '0').ParseChar("00x"), 'x');
+}
+
 TEST(NkFormatChar, MoreThanOneCharacterIsRefused) {
     EXPECT_EQ(errorNumberOf([] { return textFormat(1, kulNkFoValidAll).ParseChar("xy"); }), NkFoFehlerText);
     EXPECT_EQ(errorNumberOf([] { return textFormat(0, kulNkFoValidAll).ParseChar("xy"); }), NkFoFehlerText);

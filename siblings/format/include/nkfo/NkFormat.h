@@ -270,7 +270,8 @@ class NKDT_API NkFormat {
 
     /// A character as a text of length 1; NUL gives the empty text.
     CString FormatChar(TCHAR ch) const;
-    /// The text's one character; NUL for the empty text, the fill character for a text all of fill.
+    /// The text's one character; NUL for the empty text. A text all of fill gives the fill character where it
+    /// is valid, else NUL.
     TCHAR ParseChar(LPCTSTR pszText) const;
 
     CString FormatBool(BOOL fValue) const;
