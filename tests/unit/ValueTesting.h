@@ -285,6 +285,40 @@ std::string textOf(const Value& value) {
     return static_cast<LPCTSTR>(value.ConvToExtern(defined, version));
 }
 
+/// An application's own class derived from a value class, with what that keeps protected.
+template <class Value>
+class Derived : public Value {
+  public:
+    Derived() = default;
+    explicit Derived(const Value& value) : Value(value) {}
+    using Value::IsHusk;
+    using Value::operator=;
+    void SetModified(BOOL fModified) override {
+        ++calls;
+        Value::SetModified(fModified);
+    }
+
+    int calls = 0;
+};
+
+/// A value in each of the states that a program can bring it into.
+template <class Value>
+std::vector<Value> states() {
+    std::vector<Value> values;
+    for (const NkDtWorkingMode mode : kStoredModes) {
+        for (const BOOL modified : {FALSE, TRUE}) {
+            Value undefined(mode);
+            undefined.SetModified(modified);
+            values.push_back(undefined);
+            Value defined(mode);
+            defined = Sample<Value>::one();
+            defined.SetModified(modified);
+            values.push_back(defined);
+        }
+    }
+    return values;
+}
+
 using ValueClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtString>;
 
 struct ClassNames {

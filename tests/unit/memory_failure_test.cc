@@ -136,8 +136,8 @@ void isUnchanged(const Value& value, const Value& before) {
     EXPECT_EQ(value.GetWorkingMode(), before.GetWorkingMode());
 }
 
-/// A text whose buffer could not be made larger is empty and owns nothing; the definedness stays, and the loss
-/// of a text counts as a change.
+/// A text whose buffer could not be made larger is empty and owns nothing; the definedness stays, and the
+/// loss of a text counts as a change.
 void isEmptied(const NkDtString& value, const NkDtString& before) {
     const bool loses = before.GetLength() != 0 && !before.IsModified();
     EXPECT_EQ(describe(value), std::string("'' 0/0 ") + stateOf(before) + (loses ? " modified" : ""));

@@ -1,15 +1,12 @@
-// What every value class does alike: identity, copies, assignment, moves.
+// What every value class does alike: identity, copies, assignment.
 
 #include <nkdt/NkDt.h>
 #include <nkfo/NkFormat.h>
-#include <nkfw/Recordset.h>
 
 #include <algorithm>
-#include <functional>
 #include <memory>
 #include <string>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -23,45 +20,8 @@ using namespace valuetest;
 
 const NkFormat kFormat(0, kulNkFoValidAll, FormatAuffuellenNicht, ' ');
 
-/// An application's own class derived from a value class, with what that keeps protected.
 template <class Value>
-class Derived : public Value {
-  public:
-    Derived() = default;
-    explicit Derived(const Value& value) : Value(value) {}
-    using Value::IsHusk;
-    using Value::operator=;
-    void SetModified(BOOL fModified) override {
-        ++calls;
-        Value::SetModified(fModified);
-    }
-
-    int calls = 0;
-};
-
-template <class Value>
-class AnyValue : public ::testing::Test {
-  protected:
-    using Samples = Sample<Value>;
-
-    /// A value in each of the states that a program can bring it into.
-    static std::vector<Value> states() {
-        std::vector<Value> values;
-        for (const NkDtWorkingMode mode : kStoredModes) {
-            for (const BOOL modified : {FALSE, TRUE}) {
-                Value undefined(mode);
-                undefined.SetModified(modified);
-                values.push_back(undefined);
-                Value defined(mode);
-                defined = Samples::one();
-                defined.SetModified(modified);
-                values.push_back(defined);
-            }
-        }
-        return values;
-    }
-};
-
+class AnyValue : public ::testing::Test {};
 TYPED_TEST_SUITE(AnyValue, ValueClasses, ClassNames);
 
 // --- Identity ---------------------------------------------------------------------------------
@@ -151,7 +111,7 @@ TYPED_TEST(AnyValue, IsConstructedFromAPlainValueDefinedInTheDefaultMode) {
 // --- Copies -------------------------------------------------------------------------------------
 
 TYPED_TEST(AnyValue, IsCopiedWithModeDefinednessAndFlagButWithoutFormat) {
-    for (TypeParam& source : this->states()) {
+    for (TypeParam& source : states<TypeParam>()) {
         source.SetFormat(&kFormat);
         const TypeParam copy(source);
         EXPECT_EQ(textOf(copy), textOf(source));
@@ -171,7 +131,7 @@ TYPED_TEST(AnyValue, SharesNothingWithItsCopy) {
 }
 
 TYPED_TEST(AnyValue, MakesANewObjectThatIsACopyOfTheSameClass) {
-    for (TypeParam& source : this->states()) {
+    for (TypeParam& source : states<TypeParam>()) {
         source.SetFormat(&kFormat);
         const NkDtBasis& base = source;
         const std::unique_ptr<NkDtBasis> made(base.NewObject());
@@ -217,7 +177,7 @@ TYPED_TEST(AnyValue, IsModifiedWhenAnEqualStoredValueMakesItDefined) {
 }
 
 TYPED_TEST(AnyValue, IsAssignedToItselfWithoutAChange) {
-    for (TypeParam& value : this->states()) {
+    for (TypeParam& value : states<TypeParam>()) {
         const std::string before = describe(value);
         const TypeParam& self = value;
         value = self;
@@ -226,8 +186,8 @@ TYPED_TEST(AnyValue, IsAssignedToItselfWithoutAChange) {
 }
 
 TYPED_TEST(AnyValue, AssignTakesAnObjectOfTheSameClassAsTheOperatorDoes) {
-    for (const TypeParam& source : this->states()) {
-        for (const TypeParam& before : this->states()) {
+    for (const TypeParam& source : states<TypeParam>()) {
+        for (const TypeParam& before : states<TypeParam>()) {
             TypeParam byOperator(before);
             TypeParam byAssign(before);
             byOperator = source;
@@ -356,258 +316,6 @@ TYPED_TEST(AnyValue, RaisesTheFlagThroughTheVirtualFunctionWhenTheValueChanges) 
     EXPECT_EQ(value.calls, 2);
     value.Clear();
     EXPECT_EQ(value.calls, 2);
-}
-
-// --- Moves ----------------------------------------------------------------------------------------
-
-TYPED_TEST(AnyValue, MoveConstructionStealsEverythingAndLeavesAHusk) {
-    static_assert(std::is_nothrow_move_constructible_v<TypeParam>);
-    using Open = Derived<TypeParam>;
-    for (TypeParam& each : this->states()) {
-        Open source(each);
-        source.SetFormat(&kFormat);
-        const std::string before = describe(source);
-        const Open target(std::move(source));
-        EXPECT_EQ(describe(target), before);
-        EXPECT_EQ(target.GetWorkingMode(), each.GetWorkingMode());
-        EXPECT_EQ(target.GetFormat(), &kFormat);
-        EXPECT_TRUE(source.IsHusk());
-        EXPECT_FALSE(target.IsHusk());
-    }
-}
-
-TYPED_TEST(AnyValue, MoveConstructionAsksForNoMemory) {
-    const memorytest::Pool off(false);
-    TypeParam source = Sample<TypeParam>::other();
-    const memorytest::Requests requests;
-    const TypeParam target(std::move(source));
-    EXPECT_EQ(requests.count(), 0);
-    EXPECT_EQ(textOf(target), Sample<TypeParam>::otherText);
-}
-
-/// What a husk can be asked for first, each leaving a fresh value.
-template <class Value>
-std::vector<std::pair<const char*, std::function<void(Value&)>>> firstUses() {
-    return {
-        {"IsDefined", [](Value& husk) { husk.IsDefined(); }},
-        {"GetFormat", [](Value& husk) { husk.GetFormat(); }},
-        {"GetWorkingMode", [](Value& husk) { husk.GetWorkingMode(); }},
-        {"SetModified", [](Value& husk) { husk.SetModified(FALSE); }},
-        {"Clear", [](Value& husk) { husk.Clear(); }},
-        {"ConvToSQL", [](Value& husk) { husk.ConvToSQL(); }},
-        {"ConvToOFL", [](Value& husk) { husk.ConvToOFL(); }},
-        {"ConvToExtern", [](Value& husk) { textOf(husk); }},
-        {"copy", [](Value& husk) { const Value copy(husk); }},
-        {"NewObject", [](Value& husk) { delete husk.NewObject(); }},
-        {"Serialize", [](Value& husk) { stored(husk); }},
-        {"assignment from itself",
-         [](Value& husk) {
-             const Value& self = husk;
-             husk = self;
-         }},
-    };
-}
-
-TYPED_TEST(AnyValue, AHuskIsAFreshValueInModeThreeAtItsFirstUse) {
-    for (const NkDtWorkingMode mode : kStoredModes) {
-        const DefaultMode scope(mode);
-        const std::string fresh = describe(TypeParam());
-        for (const auto& [name, use] : firstUses<TypeParam>()) {
-            SCOPED_TRACE(name);
-            TypeParam source = Sample<TypeParam>::one();
-            source.SetWorkingMode(NkDtWmNull);
-            source.SetModified(TRUE);
-            source.SetFormat(&kFormat);
-            const TypeParam target(std::move(source));
-            use(source);
-            EXPECT_EQ(describe(source), fresh);
-            EXPECT_EQ(source.GetWorkingMode(), mode);
-            EXPECT_EQ(source.GetFormat(), nullptr);
-        }
-    }
-}
-
-/// What changes a value or computes with it, with what comes out of it as a text.
-template <class Value>
-std::vector<std::pair<const char*, std::function<std::string(Value&)>>> operations() {
-    using S = Sample<Value>;
-    static const Value other = S::other();
-    static const NkDtString text = S::otherText;
-    return {
-        {"SetFromOFL", [](Value& value) { return value.SetFromOFL(S::oneText), std::string(); }},
-        {"SetFromSQL", [](Value& value) { return S::setFromSql(value, true), std::string(); }},
-        {"SetFromExtern", [](Value& value) { return value.SetFromExtern(&text, TRUE, 100), std::string(); }},
-        {"SetFromRecordSet",
-         [](Value& value) {
-             CRecordset rs;
-             return value.SetFromRecordSet(rs, S::oneField()), std::string();
-         }},
-        {"ConvToRecordSet",
-         [](Value& value) {
-             CRecordset rs;
-             auto field = S::oneField();
-             value.ConvToRecordSet(rs, field);
-             return std::to_string(rs.IsFieldNull(&field));
-         }},
-        {"load",
-         [](Value& value) {
-             Value source(other);
-             return load(value, stored(source)), std::string();
-         }},
-        {"Assign", [](Value& value) { return value.Assign(other), std::string(); }},
-        {"SetWorkingMode", [](Value& value) { return value.SetWorkingMode(NkDtWmNull), std::string(); }},
-        {"+=", [](Value& value) { return describe(value += other); }},
-        {"+", [](Value& value) { return describe(value + other); }},
-        {"+ left", [](Value& value) { return describe(other + value); }},
-        {"==", [](Value& value) { return std::to_string(value == other); }},
-        {"<", [](Value& value) { return std::to_string(other < value); }},
-        {"GetValue", [](Value& value) { return value.GetValue(), std::string(); }},
-    };
-}
-
-TYPED_TEST(AnyValue, AHuskTakesPartInEveryOperationAsAFreshValueDoes) {
-    for (const NkDtWorkingMode mode : kStoredModes) {
-        const DefaultMode scope(mode);
-        for (const auto& [name, operation] : operations<TypeParam>()) {
-            SCOPED_TRACE(name);
-            TypeParam fresh;
-            TypeParam husk = Sample<TypeParam>::one();
-            const TypeParam taken(std::move(husk));
-            const auto outcome = [&operation = operation](TypeParam& value) {
-                std::string result;
-                const ErrorPtr error = errorOf([&] { result = operation(value); });
-                return error != nullptr ? "error " + std::to_string(error->GetErrorNumber()) : result;
-            };
-            EXPECT_EQ(outcome(husk), outcome(fresh));
-            EXPECT_EQ(describe(husk), describe(fresh));
-            EXPECT_EQ(husk.GetWorkingMode(), fresh.GetWorkingMode());
-        }
-    }
-}
-
-TYPED_TEST(AnyValue, AHuskCanBeGivenAValue) {
-    TypeParam source = Sample<TypeParam>::one();
-    const TypeParam target(std::move(source));
-    const TypeParam other = Sample<TypeParam>::other();
-    source = other;
-    EXPECT_EQ(textOf(source), Sample<TypeParam>::otherText);
-    EXPECT_EQ(stateOf(source), "defined modified");
-    EXPECT_EQ(textOf(target), Sample<TypeParam>::oneText);
-}
-
-TYPED_TEST(AnyValue, AHuskCanBeDestroyedAndMovedFromAgain) {
-    using Open = Derived<TypeParam>;
-    Open source(Sample<TypeParam>::one());
-    const Open target(std::move(source));
-    Open second(std::move(source));
-    EXPECT_TRUE(source.IsHusk());
-    EXPECT_TRUE(second.IsHusk());
-    EXPECT_EQ(describe(second), describe(TypeParam()));
-}
-
-TYPED_TEST(AnyValue, AssignmentOfATemporaryOntoAHuskStealsEverything) {
-    using Open = Derived<TypeParam>;
-    const memorytest::Pool off(false);
-    Open husk(Sample<TypeParam>::one());
-    const Open taken(std::move(husk));
-    Open source(Sample<TypeParam>::other());
-    source.SetWorkingMode(NkDtWmNull);
-    source.SetModified(TRUE);
-    source.SetFormat(&kFormat);
-    const std::string before = describe(source);
-    const memorytest::Requests requests;
-    husk = std::move(static_cast<TypeParam&>(source));
-    EXPECT_EQ(requests.count(), 0);
-    EXPECT_TRUE(source.IsHusk());
-    EXPECT_EQ(describe(husk), before);
-    EXPECT_EQ(husk.GetWorkingMode(), NkDtWmNull);
-    EXPECT_EQ(husk.GetFormat(), &kFormat);
-}
-
-TYPED_TEST(AnyValue, AssignmentOfATemporaryOntoAnotherValueIsTheOrdinaryAssignment) {
-    for (const TypeParam& before : this->states()) {
-        for (const TypeParam& source : this->states()) {
-            TypeParam byCopy(before);
-            TypeParam byMove(before);
-            byMove.SetFormat(&kFormat);
-            TypeParam temporary(source);
-            temporary.SetFormat(nullptr);
-            byCopy = source;
-            byMove = std::move(temporary);
-            EXPECT_EQ(describe(byMove), describe(byCopy));
-            EXPECT_EQ(byMove.GetWorkingMode(), before.GetWorkingMode());
-            EXPECT_EQ(byMove.GetFormat(), &kFormat);
-        }
-    }
-}
-
-TYPED_TEST(AnyValue, KeepsItsFormatModeAndFlagInASumAssignedToItself) {
-    TypeParam value(NkDtWmNull);
-    value = Sample<TypeParam>::empty();
-    value.SetModified(FALSE);
-    value.SetFormat(&kFormat);
-    const TypeParam addend = Sample<TypeParam>::other();
-    value = value + addend;
-    EXPECT_EQ(textOf(value), Sample<TypeParam>::otherText);
-    EXPECT_EQ(stateOf(value), "defined modified");
-    EXPECT_EQ(value.GetWorkingMode(), NkDtWmNull);
-    EXPECT_EQ(value.GetFormat(), &kFormat);
-}
-
-TYPED_TEST(AnyValue, IsMoveAssignedToItselfWithoutAChange) {
-    for (TypeParam& value : this->states()) {
-        const std::string before = describe(value);
-        TypeParam& self = value;
-        value = std::move(self);
-        EXPECT_EQ(describe(value), before);
-    }
-    TypeParam source = Sample<TypeParam>::one();
-    const TypeParam target(std::move(source));
-    TypeParam& husk = source;
-    source = std::move(husk);
-    EXPECT_EQ(describe(source), describe(TypeParam()));
-}
-
-TYPED_TEST(AnyValue, IsUndefinedByTheAssignmentOfAHusk) {
-    TypeParam source = Sample<TypeParam>::one();
-    const TypeParam taken(std::move(source));
-    TypeParam target(NkDtWmNull);
-    target = Sample<TypeParam>::other();
-    target = std::move(source);
-    EXPECT_EQ(target.IsDefined(), FALSE);
-    EXPECT_EQ(target.GetWorkingMode(), NkDtWmNull);
-    EXPECT_EQ(textOf(target), Sample<TypeParam>::emptyText);
-}
-
-TYPED_TEST(AnyValue, AGrowingAndASortedVectorCopyNothing) {
-    const memorytest::Pool off(false);
-    std::vector<TypeParam> values;
-    for (int i = 0; i < 100; ++i)
-        values.push_back(i % 3 == 0 ? Sample<TypeParam>::one() : Sample<TypeParam>::other());
-    const memorytest::Requests requests;
-    values.reserve(values.capacity() * 2);
-    std::sort(values.begin(), values.end(), [](const TypeParam& a, const TypeParam& b) { return a < b; });
-    EXPECT_EQ(requests.count(), 0);
-    EXPECT_TRUE(std::is_sorted(values.begin(), values.end(),
-                               [](const TypeParam& a, const TypeParam& b) { return a < b; }));
-    EXPECT_EQ(
-        std::count_if(values.begin(), values.end(),
-                      [](const TypeParam& value) { return textOf(value) == Sample<TypeParam>::oneText; }),
-        34);
-}
-
-TYPED_TEST(AnyValue, IsSwappedWithoutMemory) {
-    const memorytest::Pool off(false);
-    TypeParam a = Sample<TypeParam>::one();
-    TypeParam b = Sample<TypeParam>::other();
-    b.SetFormat(&kFormat);
-    const memorytest::Requests requests;
-    std::swap(a, b);
-    EXPECT_EQ(requests.count(), 0);
-    EXPECT_EQ(textOf(a), Sample<TypeParam>::otherText);
-    EXPECT_EQ(textOf(b), Sample<TypeParam>::oneText);
-    EXPECT_EQ(a.GetFormat(), &kFormat);
-    EXPECT_EQ(b.GetFormat(), nullptr);
 }
 
 // --- Objects in an archive --------------------------------------------------------------------------
