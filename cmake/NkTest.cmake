@@ -14,19 +14,27 @@ add_library(nk_test_options INTERFACE)
 target_compile_options(nk_test_options INTERFACE
   -O0 $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 
-# nk_add_test(<name> SOURCES <file>... [INTERNAL] [NO_MAIN] [STANDARD 17|20|23] [LIBS <target>...] [LABELS <label>...])
+# nk_add_test(<name> SOURCES <file>... [INTERNAL] [PROBED] [NO_MAIN] [STANDARD 17|20|23] [LIBS <target>...] [LABELS <label>...])
 #   INTERNAL  links the static archive, so that the test reaches what the shared library hides
+#   PROBED    operator new asks the allocation probe too; left out with the thread sanitizer, whose own
+#             operator new cannot be replaced
 #   NO_MAIN   the sources bring their own main()
 # Registers the program as one ctest entry of the same name. Its GoogleTest report goes to the folder
 # test-results of the build.
 function(nk_add_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 test "INTERNAL;NO_MAIN" "STANDARD" "SOURCES;LIBS;LABELS")
+  cmake_parse_arguments(PARSE_ARGV 1 test "INTERNAL;PROBED;NO_MAIN" "STANDARD" "SOURCES;LIBS;LABELS")
+  if(test_PROBED AND NKDT_SANITIZE STREQUAL "thread")
+    return()
+  endif()
   add_executable(${name} ${test_SOURCES})
   target_link_libraries(${name} PRIVATE
     nk_options nk_test_options ${test_LIBS}
     $<IF:$<BOOL:${test_INTERNAL}>,nk::dt_internal,nk::dt>
     GTest::gmock $<$<NOT:$<BOOL:${test_NO_MAIN}>>:GTest::gmock_main>)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  if(test_PROBED)
+    target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/ProbedNew.cc")
+  endif()
   if(test_STANDARD)
     set_target_properties(${name} PROPERTIES CXX_STANDARD ${test_STANDARD})
   endif()
@@ -72,18 +80,21 @@ function(nk_generate_table target)
   endif()
 endfunction()
 
-# nk_add_tests_of_folder(<prefix> [INTERNAL <name>...] [LIBS <target>...]) makes one test program of each
-# *_test.cc of the current folder. The name of a program is <prefix>.<file name without .cc>.
+# nk_add_tests_of_folder(<prefix> [INTERNAL <name>...] [PROBED <name>...] [LIBS <target>...])
+# makes one test program of each *_test.cc of the current folder. The name of a program is <prefix>.<file name without .cc>.
 #   INTERNAL  files, without .cc, that reach what the shared library hides
+#   PROBED    files, without .cc, whose operator new asks the allocation probe too
 function(nk_add_tests_of_folder prefix)
-  cmake_parse_arguments(PARSE_ARGV 1 folder "" "" "INTERNAL;LIBS")
+  cmake_parse_arguments(PARSE_ARGV 1 folder "" "" "INTERNAL;PROBED;LIBS")
   file(GLOB files CONFIGURE_DEPENDS "*_test.cc")
   foreach(file IN LISTS files)
     cmake_path(GET file STEM stem)
-    set(internal "")
-    if(stem IN_LIST folder_INTERNAL)
-      set(internal INTERNAL)
-    endif()
-    nk_add_test(${prefix}.${stem} SOURCES "${file}" ${internal} LIBS ${folder_LIBS})
+    set(kinds "")
+    foreach(kind IN ITEMS INTERNAL PROBED)
+      if(stem IN_LIST folder_${kind})
+        list(APPEND kinds ${kind})
+      endif()
+    endforeach()
+    nk_add_test(${prefix}.${stem} SOURCES "${file}" ${kinds} LIBS ${folder_LIBS})
   endforeach()
 endfunction()

@@ -1,6 +1,5 @@
 #include <nkfw/Archive.h>
 
-#include <new>
 #include <random>
 #include <string>
 
@@ -8,20 +7,6 @@
 
 #include "framework/ArchiveTest.h"
 #include "framework/FrameworkTest.h"
-
-// The archive's list of objects is the C++ library's, and so are the objects: the probe watches and refuses
-// their memory too.
-void* operator new(std::size_t nBytes) {
-    void* const pBlock = nkfw::allocate(nBytes);
-    if (pBlock == nullptr) throw std::bad_alloc();
-    return pBlock;
-}
-void operator delete(void* pBlock) noexcept {
-    nkfw::release(pBlock);
-}
-void operator delete(void* pBlock, std::size_t) noexcept {
-    nkfw::release(pBlock);
-}
 
 namespace {
 

@@ -1,8 +1,6 @@
 #include <nkfw/Exception.h>
 #include <nkfw/Recordset.h>
 
-#include <cstdlib>
-#include <new>
 #include <random>
 #include <unordered_map>
 #include <vector>
@@ -10,19 +8,6 @@
 #include <gtest/gtest.h>
 
 #include "framework/FrameworkTest.h"
-
-// The recordset's list of fields is the C++ library's; the probe decides about its memory too.
-void* operator new(std::size_t nBytes) {
-    void* const pBlock = nkfw::allocate(nBytes);
-    if (pBlock == nullptr) throw std::bad_alloc();
-    return pBlock;
-}
-void operator delete(void* pBlock) noexcept {
-    nkfw::release(pBlock);
-}
-void operator delete(void* pBlock, std::size_t) noexcept {
-    nkfw::release(pBlock);
-}
 
 namespace {
 

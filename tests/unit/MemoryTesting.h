@@ -20,7 +20,7 @@ inline std::size_t bytes = 0;
 
 }  // namespace detail
 
-/// Decides about one request; programs that replace the global operator new ask it too.
+/// Decides about one request.
 inline bool grant(std::size_t bytes) noexcept {
     if (!detail::armed) return true;
     detail::bytes += bytes;

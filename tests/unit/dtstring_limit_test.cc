@@ -8,13 +8,13 @@
 #include <unistd.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "ValueTesting.h"
+#include "support/Instruments.h"
 
 namespace {
 
@@ -75,16 +75,10 @@ class NoLargeMemory {
     NoLargeMemory& operator=(const NoLargeMemory&) = delete;
 };
 
-// There each look at such a text takes a quarter of a minute.
-bool isUnderValgrind() {
-    const char* const preloaded = std::getenv("LD_PRELOAD");
-    return preloaded != nullptr && std::strstr(preloaded, "vgpreload") != nullptr;
-}
-
 class NkDtStringLimit : public ::testing::Test {
   protected:
     void SetUp() override {
-        if (isUnderValgrind()) GTEST_SKIP() << "too slow under valgrind";
+        if (nktest::isUnderValgrind()) GTEST_SKIP() << "too slow under valgrind";
         if (tooLong.get() == nullptr) GTEST_SKIP() << "no two gigabytes of addresses";
     }
 

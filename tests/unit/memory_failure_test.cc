@@ -6,10 +6,8 @@
 #include <nkfw/BStr.h>
 #include <nkfw/Recordset.h>
 
-#include <cstdlib>
 #include <functional>
 #include <memory>
-#include <new>
 #include <string>
 #include <utility>
 
@@ -17,25 +15,6 @@
 
 #include "MemoryTesting.h"
 #include "ValueTesting.h"
-
-// The objects themselves, and what the standard library needs inside, come from here.
-void* operator new(std::size_t bytes) {
-    void* const block = memorytest::grant(bytes) ? std::malloc(bytes) : nullptr;
-    if (block == nullptr) throw std::bad_alloc();
-    return block;
-}
-void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
-    return memorytest::grant(bytes) ? std::malloc(bytes) : nullptr;
-}
-void operator delete(void* block) noexcept {
-    std::free(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-    std::free(block);
-}
-void operator delete(void* block, const std::nothrow_t&) noexcept {
-    std::free(block);
-}
 
 namespace {
 

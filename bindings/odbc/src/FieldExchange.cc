@@ -1,6 +1,7 @@
 #include "FieldExchange.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -76,8 +77,7 @@ class DoubleExchange final : public FieldExchange {
     void read(const CrossingValue& value, nkcp::Unmappable) override { m_field = parse(value); }
 
     bool holds(const CrossingValue& value, nkcp::Unmappable) const override {
-        const double stored = parse(value);
-        return std::memcmp(&stored, &m_field, sizeof(stored)) == 0;
+        return std::bit_cast<std::uint64_t>(parse(value)) == std::bit_cast<std::uint64_t>(m_field);
     }
 
     void write(OutgoingValue& value) const override {

@@ -36,7 +36,7 @@ std::string quotedName(LPCTSTR name) {
 // SQLite's driver knows a double by 15 digits only, as a double too; 21 digits of the database's own tell it
 // exactly.
 std::string RowColumn::expression() const {
-    const std::string name = quotedName(m_column.strName);
+    std::string name = quotedName(m_column.strName);
     if (!exactNumbers || !m_takesNumbers) return name;
     return "CASE typeof(" + name + ") WHEN 'real' THEN printf('%!.20e', " + name + ") ELSE " + name + " END";
 }

@@ -1,10 +1,9 @@
 #include <atomic>
-#include <cstdlib>
 #include <fstream>
-#include <new>
 
 #include "TestDatabase.h"
 #include "nkfw/Memory.h"
+#include "support/Instruments.h"
 
 namespace {
 
@@ -15,27 +14,7 @@ bool countAllocation(std::size_t) noexcept {
     return true;
 }
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool sanitized = true;
-#elif defined(__has_feature)
-constexpr bool sanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
-#else
-constexpr bool sanitized = false;
-#endif
-
 }  // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* block = std::malloc(size)) return block;
-    throw std::bad_alloc();
-}
-void operator delete(void* block) noexcept {
-    std::free(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-    std::free(block);
-}
 
 using namespace nktest;
 
@@ -83,7 +62,7 @@ class Streaming : public EachDatabase {
 };
 
 TEST_P(Streaming, AMillionRowsNeedNoMoreMemoryThanAThousand) {
-    const long count = sanitized ? 200000 : 1000000;
+    const long count = isWatched() ? 200000 : 1000000;
     openView(count);
     long long sum = 0;
     long peakBefore = 0;
@@ -94,7 +73,7 @@ TEST_P(Streaming, AMillionRowsNeedNoMoreMemoryThanAThousand) {
     EXPECT_EQ(rs.GetRowNumber(), count);
     EXPECT_EQ(sum, static_cast<long long>(count) * (count + 1) / 2);
     EXPECT_EQ(name, ansi("Müller " + std::to_string(count)));
-    if (!sanitized) {  // a sanitizer keeps what was freed
+    if (!isWatched()) {
         EXPECT_GT(peakBefore, 0);
         EXPECT_LT(peakKilobytes() - peakBefore, 4096);
     }
