@@ -23,7 +23,11 @@ constexpr bool isPooled(std::size_t bytes) noexcept {
 [[nodiscard]] char* reallocate(char* old, std::size_t oldBytes, std::size_t bytes) noexcept;
 /// Gives a buffer of @p bytes back.
 inline void release(char* buffer, std::size_t bytes) noexcept {
-    isPooled(bytes) ? pool::give(buffer) : nkfw::release(buffer);
+    if (isPooled(bytes)) {
+        pool::give(buffer);
+    } else {
+        nkfw::release(buffer);
+    }
 }
 
 }  // namespace nkdt::textMemory

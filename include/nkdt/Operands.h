@@ -24,13 +24,16 @@ inline constexpr bool isOneOf = (std::is_same_v<T, Types> || ...);
 template <class T, class... Classes>
 inline constexpr bool isKindOf = (std::is_base_of_v<Classes, T> || ...);
 
-template <class T>
-inline constexpr bool isCharacter = isOneOf<T, char, wchar_t, char16_t, char32_t
 #if defined(__cpp_char8_t)
-                                            ,
-                                            char8_t
+template <class T>
+inline constexpr bool isUtf8Character = std::is_same_v<T, char8_t>;
+#else
+template <class T>
+inline constexpr bool isUtf8Character = false;
 #endif
-                                            >;
+
+template <class T>
+inline constexpr bool isCharacter = isOneOf<T, char, wchar_t, char16_t, char32_t> || isUtf8Character<T>;
 
 /// The whole types: every integer type but truth values and characters.
 template <class T>

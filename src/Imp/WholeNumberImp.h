@@ -15,9 +15,8 @@
 namespace nkdt {
 
 /// @tparam Limits states the class's part: `Value`, the stored type; `separatedLength`, the bytes that count
-/// in a text with a decimal
-///         separator; and the origins of its errors: `add`, `subtract`, `multiply`, `divide`, `construct`,
-///         `fromString`.
+/// in a text with a decimal separator; and the origins of its errors: `add`, `subtract`, `multiply`,
+/// `divide`, `construct`, `fromString`.
 template <class Limits>
 class WholeNumberImp {
   public:

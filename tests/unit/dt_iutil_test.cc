@@ -15,7 +15,11 @@
 
 #include <gtest/gtest.h>
 
+#include "support/CodePages.h"
+
 namespace {
+
+using nktest::CodePages;
 
 using namespace std::string_literals;
 
@@ -344,24 +348,6 @@ TEST(NkDtSortOrder, RefusesNullTexts) {
 
 // --- NkDtConvertCodePageFkt -------------------------------------------------------------------
 
-class Pages {
-  public:
-    Pages(UINT ansi, UINT oem) : m_ansi(GetACP()), m_oem(GetOEMCP()) {
-        nkcp::setAnsiCodePage(ansi);
-        nkcp::setOemCodePage(oem);
-    }
-    ~Pages() {
-        nkcp::setAnsiCodePage(m_ansi);
-        nkcp::setOemCodePage(m_oem);
-    }
-    Pages(const Pages&) = delete;
-    Pages& operator=(const Pages&) = delete;
-
-  private:
-    UINT m_ansi;
-    UINT m_oem;
-};
-
 std::string allBytes() {
     std::string bytes;
     for (int byte = 1; byte < 256; ++byte)
@@ -381,7 +367,7 @@ constexpr Direction numberedDirections[] = {{NkDtCp1252To437, 1252, 437},
 
 TEST(NkDtConvertCodePageFkt, NumberedDirectionsConvertUnderAllPages) {
     for (const auto& [ansi, oem] : {std::pair{1252U, 850U}, std::pair{1252U, 437U}, std::pair{1250U, 852U}}) {
-        const Pages pages(ansi, oem);
+        const CodePages pages(ansi, oem);
         for (const Direction& direction : numberedDirections) {
             std::string text = allBytes();
             EXPECT_EQ(NkDtConvertCodePageFkt(text.data(), direction.code), TRUE);
@@ -395,7 +381,7 @@ TEST(NkDtConvertCodePageFkt, NumberedDirectionsConvertUnderAllPages) {
 }
 
 TEST(NkDtConvertCodePageFkt, DirectionsZeroAndOneConvertBetweenTheProgramsPages) {
-    const Pages pages(1252, 437);
+    const CodePages pages(1252, 437);
     char text[] = "\xD8l f\xFCr M\xFCller";
     EXPECT_EQ(NkDtConvertCodePageFkt(text, NkDtCpAnsiToOem), TRUE);
     EXPECT_STREQ(text, "Ol f\x81r M\x81ller");
@@ -404,7 +390,7 @@ TEST(NkDtConvertCodePageFkt, DirectionsZeroAndOneConvertBetweenTheProgramsPages)
 }
 
 TEST(NkDtConvertCodePageFkt, DirectionsZeroAndOneRefusePagesWithoutATable) {
-    const Pages pages(1252, 852);
+    const CodePages pages(1252, 852);
     char text[] = "M\xFCller";
     EXPECT_EQ(NkDtConvertCodePageFkt(text, NkDtCpAnsiToOem), FALSE);
     EXPECT_EQ(NkDtConvertCodePageFkt(text, NkDtCpOemToAnsi), FALSE);

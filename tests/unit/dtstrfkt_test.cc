@@ -13,33 +13,16 @@
 #include <gtest/gtest.h>
 
 #include "ValueTesting.h"
+#include "support/CodePages.h"
 
 namespace {
 
 using namespace valuetest;
+using nktest::CodePages;
 
 constexpr INT kAuto = NkDtStrLenAuto;
 constexpr UINT kPages[] = {0, 1252, 850, 437, 1250};
 const NkFormat kFormat(0, kulNkFoValidAll, FormatAuffuellenNicht, ' ');
-
-// The system's code pages for a scope.
-class CodePages {
-  public:
-    CodePages(UINT ansi, UINT oem) : m_ansi(GetACP()), m_oem(GetOEMCP()) {
-        nkcp::setAnsiCodePage(ansi);
-        nkcp::setOemCodePage(oem);
-    }
-    ~CodePages() {
-        nkcp::setAnsiCodePage(m_ansi);
-        nkcp::setOemCodePage(m_oem);
-    }
-    CodePages(const CodePages&) = delete;
-    CodePages& operator=(const CodePages&) = delete;
-
-  private:
-    UINT m_ansi;
-    UINT m_oem;
-};
 
 NkDtString withNul() {
     NkDtString text("a");

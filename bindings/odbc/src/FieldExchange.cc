@@ -83,7 +83,11 @@ class DoubleExchange final : public FieldExchange {
     void write(OutgoingValue& value) const override {
         if (!std::isfinite(m_field))
             throw Refusal{"22003", "Unendliche und unbestimmte Zahlen sind nicht speicherbar"};
-        m_numbersAreExact ? value.setNumber(m_field) : value.setNumberText(m_field);
+        if (m_numbersAreExact) {
+            value.setNumber(m_field);
+        } else {
+            value.setNumberText(m_field);
+        }
     }
 
   private:

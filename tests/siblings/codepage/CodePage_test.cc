@@ -12,32 +12,17 @@
 
 #include <gtest/gtest.h>
 
+#include "support/CodePages.h"
+
 namespace {
+
+using nktest::CodePages;
 
 constexpr std::pair<UINT, UINT> directions[] = {{1252, 437}, {1252, 850}, {437, 1252}, {850, 1252}};
 
 unsigned convert(UINT from, UINT to, unsigned byte) {
     return (*nkcp::bestFitTable(from, to))[byte];
 }
-
-// Other code pages for as long as it lives.
-class Pages {
-  public:
-    Pages(UINT ansi, UINT oem) : m_ansi(GetACP()), m_oem(GetOEMCP()) {
-        nkcp::setAnsiCodePage(ansi);
-        nkcp::setOemCodePage(oem);
-    }
-    ~Pages() {
-        nkcp::setAnsiCodePage(m_ansi);
-        nkcp::setOemCodePage(m_oem);
-    }
-    Pages(const Pages&) = delete;
-    Pages& operator=(const Pages&) = delete;
-
-  private:
-    UINT m_ansi;
-    UINT m_oem;
-};
 
 TEST(BestFitTable, ExistsBetweenTheAnsiPageAndTheOemPagesOnly) {
     for (const UINT from : {0U, 437U, 850U, 1250U, 1252U, 65001U}) {
@@ -150,7 +135,7 @@ TEST(CodePages, Are1252And850UnlessSet) {
     EXPECT_EQ(GetACP(), 1252U);
     EXPECT_EQ(GetOEMCP(), 850U);
     {
-        const Pages pages(1250, 437);
+        const CodePages pages(1250, 437);
         EXPECT_EQ(GetACP(), 1250U);
         EXPECT_EQ(GetOEMCP(), 437U);
     }
@@ -163,7 +148,7 @@ TEST(CharToOem, ConvertsFromTheAnsiToTheOemPage) {
     EXPECT_TRUE(NkEusy_CharToOem(under850));
     EXPECT_STREQ(under850, "M\x81ller \x9D");
 
-    const Pages pages(1252, 437);
+    const CodePages pages(1252, 437);
     char under437[] = "M\xFCller \xD8";
     EXPECT_TRUE(NkEusy_CharToOem(under437));
     EXPECT_STREQ(under437, "M\x81ller O");
@@ -174,7 +159,7 @@ TEST(OemToChar, ConvertsFromTheOemToTheAnsiPage) {
     EXPECT_TRUE(NkEusy_OemToChar(under850));
     EXPECT_STREQ(under850, "M\xFCller \xD8");
 
-    const Pages pages(1252, 437);
+    const CodePages pages(1252, 437);
     char under437[] = "M\x81ller \x9D";
     EXPECT_TRUE(NkEusy_OemToChar(under437));
     EXPECT_STREQ(under437, "M\xFCller \xA5");
@@ -183,7 +168,7 @@ TEST(OemToChar, ConvertsFromTheOemToTheAnsiPage) {
 TEST(CharToOemAndOemToChar, RefusePagesWithoutATable) {
     for (const auto& [ansi, oem] :
          {std::pair{1250U, 850U}, std::pair{1252U, 852U}, std::pair{1252U, 1252U}}) {
-        const Pages pages(ansi, oem);
+        const CodePages pages(ansi, oem);
         char text[] = "M\xFCller";
         EXPECT_FALSE(NkEusy_CharToOem(text));
         EXPECT_FALSE(NkEusy_OemToChar(text));

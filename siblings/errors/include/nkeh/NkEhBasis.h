@@ -39,8 +39,8 @@ class NKDT_API NkEhBasis : public CObject {
     /// @param ulErrorNumber   number of the error in its library's catalogue
     /// @param ulClassification1,ulClassification2 the library's own classification
     /// @param pException      a framework exception that is wrapped, or null
-    /// @param fDeleteException TRUE: the wrapped exception is deleted with this error; FALSE: it stays the
-    /// caller's
+    /// @param fDeleteException TRUE: the wrapped exception is deleted with this error; FALSE: it stays
+    /// the caller's
     /// @param ulTextNumber    number of an additional text, 0 for none
     /// @param fFinal          TRUE: the error is written once to the default log file, if there is one
     ///
@@ -89,8 +89,7 @@ class NKDT_API NkEhBasis : public CObject {
     /// Text of the error that this one replaced (the first in the chain), empty if it replaced none.
     LPCTSTR GetCauseText() const noexcept { return m_szCauseText; }
     /// Remembers as this error's cause the cause that @p rReplaced remembers, or @p rReplaced itself if it
-    /// has none. Copies;
-    /// @p rReplaced stays the caller's.
+    /// has none. Copies; @p rReplaced stays the caller's.
     void SetCause(const NkEhBasis& rReplaced) noexcept;
     /// Remembers a cause that is no NkEhBasis by number and text.
     void SetCause(ULONG ulNumber, LPCTSTR pszText) noexcept;

@@ -9,8 +9,7 @@
 ///
 /// @code
 /// const NkFormat amount(2147483647, 2, FormatDezimalTrennerKomma, FormatTausenderTrennerPunkt,
-/// FormatVorzeichenVorn,
-///                       FormatVorzeichenNurMinus, 0, '0', 2, '0');
+///                       FormatVorzeichenVorn, FormatVorzeichenNurMinus, 0, '0', 2, '0');
 /// amount.FormatDecimalText("-1234.5");      // "-1.234,50"
 /// amount.ParseDecimalText("-1.234,50");     // "-1234.50"
 /// amount.ParseDecimalText("1234.56");       // throws: read strictly, never as 123456
@@ -227,19 +226,14 @@ class NKDT_API NkFormat {
              int nFill, char cFill);
 
     /// Numbers: whole, double and decimal.
-    /// @param ulMost       most characters before the decimal separator: a sign in front, fill characters and
-    /// digits count,
-    ///                     thousands separators do not. More are refused. From 2147483647 on there is no
-    ///                     limit
+    /// @param ulMost most characters before the decimal separator: a sign in front, fill characters and
+    /// digits count, thousands separators do not. More are refused. From 2147483647 on there is no limit.
     /// @param ulMostPlaces most places behind it. More are rounded when writing and refused when reading.
-    /// From 2147483647
-    ///                     on there is no limit; without a decimal separator it counts as 0
+    /// From 2147483647 on there is no limit; without a decimal separator it counts as 0.
     /// @param nFewest,cFill fewest digits before the separator, at most @p ulMost. Fill "0" stands behind the
-    /// sign and is
-    ///                     grouped like the digits; any other fill stands in front of everything
+    /// sign and is grouped like the digits; any other fill stands in front of everything.
     /// @param nFewestPlaces,cFillPlaces fewest places, at most @p ulMostPlaces. A value without places that
-    /// is filled with
-    ///                     other than "0" shows one more fill character in the place of the separator
+    /// is filled with other than "0" shows one more fill character in the place of the separator.
     ///
     /// Equal decimal and thousands separators are refused.
     NkFormat(ULONG ulMost, ULONG ulMostPlaces, FormatDezimalTrenner dezimal, FormatTausenderTrenner tausender,
@@ -247,7 +241,7 @@ class NKDT_API NkFormat {
              int nFewestPlaces, char cFillPlaces);
 
     /// Durations and times of day.
-    /// @param ulMost       most digits of the hours, fill characters included; more are refused
+    /// @param ulMost most digits of the hours, fill characters included; more are refused
     /// @param nFewest,cFill fewest digits of the hours, at most @p ulMost; the fill stands as in numbers
     NkFormat(FormatZeitArt art, FormatZeitDarstellung darstellung, FormatVorzeichen vorzeichen,
              FormatVorzeichenWelches welches, ULONG ulMost, int nFewest, char cFill);
@@ -287,8 +281,7 @@ class NKDT_API NkFormat {
     SHORT ParseShort(LPCTSTR pszText) const;
 
     /// @param plain "-" in front of a negative number, digits, and "." with the held places if there are any.
-    /// Held places
-    ///              stay, rounded half away from zero to the most places, filled up to the fewest.
+    /// Held places stay, rounded half away from zero to the most places, filled up to the fewest.
     CString FormatDecimalText(std::string_view plain) const;
     /// The number as plain decimal text with the places that were read; zero without a sign, no superfluous
     /// zeros in front.
