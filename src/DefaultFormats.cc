@@ -1,5 +1,7 @@
 #include "DefaultFormats.h"
 
+#include "nklang/NkLanguagePublisher.h"
+
 namespace nkdt::defaultFormat {
 
 namespace {
@@ -13,6 +15,8 @@ NkFormat wholeNumber(ULONG digits) {
 }  // namespace
 
 const NkFormat text(0, kulNkFoValidAll, FormatAuffuellenNicht, ' ');
+const NkFormat character(1, kulNkFoValidAll, FormatAuffuellenNicht, ' ');
+const NkFormat truth(FormatModusWorte, usNkLangDeutsch);
 const NkFormat longNumber = wholeNumber(11);
 const NkFormat shortNumber = wholeNumber(6);
 

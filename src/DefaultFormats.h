@@ -9,6 +9,8 @@
 namespace nkdt::defaultFormat {
 
 extern const NkFormat text;
+extern const NkFormat character;
+extern const NkFormat truth;
 extern const NkFormat longNumber;
 extern const NkFormat shortNumber;
 

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <string_view>
@@ -8,7 +7,7 @@
 #include "Imp/dtstrini.h"
 #include "Raise.h"
 #include "RecordMemory.h"
-#include "nkcp/CodePage.h"
+#include "SqlText.h"
 #include "nkdt/NkDtString.h"
 #include "nkdt/NkDtUtil.h"
 
@@ -18,21 +17,6 @@ namespace {
 
 constexpr Origin originOf(const char* operation) {
     return {".\\dtstrfkt.cc", "NkDtString", operation};
-}
-
-/// The directions between the program's ANSI text and one of the pages that a database may have.
-struct PageDirections {
-    NkDtCodepageWandlung toAnsi;
-    NkDtCodepageWandlung fromAnsi;
-};
-
-/// Those of page 850, of the system's OEM page or of page 437, looked for in this order; none for any other
-/// page.
-std::optional<PageDirections> directionsOf(UINT uCodePage) noexcept {
-    if (uCodePage == 850) return PageDirections{NkDtCp850To1252, NkDtCp1252To850};
-    if (uCodePage == GetOEMCP()) return PageDirections{NkDtCpOemToAnsi, NkDtCpAnsiToOem};
-    if (uCodePage == 437) return PageDirections{NkDtCp437To1252, NkDtCp1252To437};
-    return std::nullopt;
 }
 
 constexpr Origin originConvToSQL = originOf("ConvToSQL(UINT)const");
@@ -169,7 +153,7 @@ void NkDtString::SetFromSQL(LPCTSTR pszText, INT nLen, UINT uCodePage) {
     wrapped(origin, [&] {
         // The final text alone decides on the modified flag, so the column is converted beside the old text.
         NkDtString_Imp column(pszText, nLen, NkDtStrLenAuto);
-        if (const auto page = directionsOf(uCodePage)) convert(column, page->toAnsi);
+        if (const auto page = directionsOf(uCodePage, PageOrder::oemBefore437)) convert(column, page->toAnsi);
         Text().ReserveBesides(nLen);
         const bool changed = std::strcmp(column.Text(), Text().Text()) != 0;
         Text().Write(0, column.Text(), nLen);
@@ -180,7 +164,7 @@ void NkDtString::SetFromSQL(LPCTSTR pszText, INT nLen, UINT uCodePage) {
 
 NkDtString NkDtString::ConvToSQL(UINT uCodePage) const {
     return wrapped(originConvToSQL, [&] {
-        const std::optional<PageDirections> page = directionsOf(uCodePage);
+        const std::optional<PageDirections> page = directionsOf(uCodePage, PageOrder::oemBefore437);
         if (!IsDefined()) {
             NkDtString null("NULL");
             if (page) convert(null.Text(), page->fromAnsi);
@@ -195,25 +179,11 @@ NkDtString NkDtString::ConvToSQL(UINT uCodePage) const {
 }
 
 NkDtString NkDtString::Quoted(std::string_view text) {
-    const auto apostrophes = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\''));
-    const std::size_t length = text.size() + apostrophes + 2;
+    const std::size_t length = literalLength(text);
     if (length > static_cast<std::size_t>(NkDtString_Imp::maxLength))
         raise(originConvToSQL, NkDtErrWertebereich);
     NkDtString literal("", 0, static_cast<INT>(length));
-    LPTSTR out = literal.Text().Buffer();
-    *out++ = '\'';
-    while (!text.empty()) {
-        const void* const apostrophe = std::memchr(text.data(), '\'', text.size());
-        const std::size_t block =
-            apostrophe == nullptr
-                ? text.size()
-                : static_cast<std::size_t>(static_cast<LPCTSTR>(apostrophe) - text.data()) + 1;
-        std::memcpy(out, text.data(), block);
-        out += block;
-        if (apostrophe != nullptr) *out++ = '\'';
-        text.remove_prefix(block);
-    }
-    *out++ = '\'';
+    writeLiteral(text, literal.Text().Buffer());
     literal.Text().SetLength(static_cast<INT>(length));
     return literal;
 }

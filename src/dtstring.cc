@@ -1,8 +1,11 @@
 #include "nkdt/NkDtString.h"
 
+#include "Imp/dtbooli.h"
 #include "Imp/dtstrini.h"
 #include "NarrowText.h"
 #include "ValueRecords.h"
+#include "nkdt/NkDtBool.h"
+#include "nkdt/NkDtChar.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"
 
@@ -46,6 +49,17 @@ TextRecords newDigitsOf(const Value& value) {
     return value.IsDefined() ? newDigits(state, static_cast<LONG>(value.GetValue())) : newText(state);
 }
 
+TextRecords newCharacterOf(const NkDtChar& value) {
+    const State& state = ValueAccess::state(value);
+    return value.IsDefined() ? newText(state, static_cast<TCHAR>(value)) : newText(state);
+}
+
+TextRecords newWordOf(const NkDtBool& value) {
+    const State& state = ValueAccess::state(value);
+    if (!value.IsDefined()) return newText(state);
+    return newText(state, NkDtBool_Imp::word(value.GetValue()), NkDtStrLenAuto, NkDtStrLenAuto);
+}
+
 }  // namespace
 
 NkDtString::NkDtString(NkDtWorkingMode eMode) : NkDtBasis(FALSE, eMode) {}
@@ -68,6 +82,10 @@ NkDtString::NkDtString(Digits digits)
 NkDtString::NkDtString(const NkDtLong& r) : NkDtString(newDigitsOf(r)) {}
 
 NkDtString::NkDtString(const NkDtShort& r) : NkDtString(newDigitsOf(r)) {}
+
+NkDtString::NkDtString(const NkDtChar& r) : NkDtString(newCharacterOf(r)) {}
+
+NkDtString::NkDtString(const NkDtBool& r) : NkDtString(newWordOf(r)) {}
 
 NkDtString::NkDtString(const NkDtString& r) : NkDtString(newText(ValueAccess::state(r), r.Text())) {}
 

@@ -8,6 +8,7 @@
 #include "Raise.h"
 #include "RecordMemory.h"
 #include "ValueAccess.h"
+#include "nkdt/NkDtChar.h"
 #include "nkdt/NkDtString.h"
 #include "nkdt/NkDtUtil.h"
 
@@ -76,6 +77,13 @@ NkDtString& NkDtString::operator=(TCHAR ch) {
     Text().Reserve(1);
     Text().Write(0, &ch, 1);
     SetDefined(TRUE);
+    return *this;
+}
+
+NkDtString& NkDtString::operator=(const NkDtChar& r) {
+    if (r.IsDefined()) return *this = static_cast<TCHAR>(r);
+    Text().StrReset();
+    SetDefined(FALSE);
     return *this;
 }
 
@@ -161,6 +169,10 @@ NkDtString& NkDtString::operator+=(TCHAR ch) {
     return *this;
 }
 
+NkDtString& NkDtString::operator+=(const NkDtChar& r) {
+    return r.IsDefined() ? *this += static_cast<TCHAR>(r) : *this;
+}
+
 void NkDtString::AppendText(LPCTSTR psz, std::size_t nLength, const Origin& origin) {
     if (nLength == 0) return;
     wrapped(origin, [&] {
@@ -225,6 +237,66 @@ NkDtString NkDtString::Concatenate(TCHAR a, const NkDtString& b) {
     return Joined(std::string_view(&a, 1), b.Text().WholeText(), origin);
 }
 
+// Concatenation with characters
+
+namespace {
+
+/// The character as an operand: a NUL counts as one here. A view of @p ch.
+std::string_view asOperand(const TCHAR& ch) noexcept {
+    return {&ch, 1};
+}
+
+}  // namespace
+
+NkDtString NkDtChar::Concatenate(const NkDtChar& a, const NkDtChar& b) {
+    static constexpr Origin origin = originOf("operator+(NkDtChar&,NkDtChar&)");
+    if (!a.IsDefined()) return NkDtString(b);
+    if (!b.IsDefined()) return NkDtString(a);
+    const TCHAR left = a.Stored();
+    const TCHAR right = b.Stored();
+    return NkDtString::Joined(asOperand(left), asOperand(right), origin);
+}
+
+NkDtString NkDtChar::Concatenate(const NkDtString& a, const NkDtChar& b) {
+    return b.IsDefined() ? a + b.Stored() : a;
+}
+
+NkDtString NkDtChar::Concatenate(const NkDtChar& a, const NkDtString& b) {
+    if (!a.IsDefined()) return b;
+    if (!b.IsDefined()) return NkDtString(a);
+    return a.Stored() + b;
+}
+
+NkDtString NkDtChar::Concatenate(const NkDtChar& a, TCHAR b) {
+    static constexpr Origin origin = originOf("operator+(NkDtChar&,TCHAR)");
+    if (!a.IsDefined()) return NkDtString(b);
+    const TCHAR left = a.Stored();
+    return NkDtString::Joined(asOperand(left), asOperand(b), origin);
+}
+
+NkDtString NkDtChar::Concatenate(TCHAR a, const NkDtChar& b) {
+    static constexpr Origin origin = originOf("operator+(TCHAR,NkDtChar&)");
+    if (!b.IsDefined()) return NkDtString(a);
+    const TCHAR right = b.Stored();
+    return NkDtString::Joined(asOperand(a), asOperand(right), origin);
+}
+
+NkDtString NkDtChar::Concatenate(const NkDtChar& a, LPCTSTR b) {
+    static constexpr Origin origin = originOf("operator+(NkDtChar&,LPCTSTR)");
+    requireText(b, origin);
+    if (!a.IsDefined()) return NkDtString(b);
+    const TCHAR left = a.Stored();
+    return NkDtString::Joined(asOperand(left), b, origin);
+}
+
+NkDtString NkDtChar::Concatenate(LPCTSTR a, const NkDtChar& b) {
+    static constexpr Origin origin = originOf("operator+(LPCTSTR,NkDtChar&)");
+    requireText(a, origin);
+    if (!b.IsDefined()) return NkDtString(a);
+    const TCHAR right = b.Stored();
+    return NkDtString::Joined(a, asOperand(right), origin);
+}
+
 // Comparison
 
 namespace {
@@ -241,14 +313,19 @@ void requireComparable(const NkDtString& a, const NkDtString& b, const char* ope
         raise(originOf(operation), NkDtErrUndefiniert);
 }
 
-void requireComparable(const NkDtString& a, LPCTSTR b, const char* operation) {
-    if (a.IsMissing()) [[unlikely]]
+template <class PlainText>
+void requireComparable(const NkDtString& a, const PlainText& b, const char* operation) {
+    if (a.IsMissing() || b.IsMissing()) [[unlikely]]
         raise(originOf(operation), NkDtErrUndefiniert);
-    if (b == nullptr) [[unlikely]]
+    if (b.Text() == nullptr) [[unlikely]]
         raise(originOf(operation), NkDtErrInitialwert);
 }
 
 }  // namespace
+
+NkDtString::PlainText::PlainText(const NkDtChar& r) : PlainText(static_cast<TCHAR>(r)) {
+    m_fMissing = r.IsMissing();
+}
 
 bool NkDtString::Equal(const NkDtString& a, const NkDtString& b, Comparison comparison) {
     requireComparable(a, b, comparisons[static_cast<unsigned char>(comparison)]);
@@ -256,7 +333,7 @@ bool NkDtString::Equal(const NkDtString& a, const NkDtString& b, Comparison comp
 }
 
 bool NkDtString::Equal(const NkDtString& a, const PlainText& b, Comparison comparison) {
-    requireComparable(a, b.Text(), textComparisons[static_cast<unsigned char>(comparison)]);
+    requireComparable(a, b, textComparisons[static_cast<unsigned char>(comparison)]);
     return std::strcmp(a.Text().Text(), b.Text()) == 0;
 }
 
@@ -266,7 +343,7 @@ INT NkDtString::Order(const NkDtString& a, const NkDtString& b, Comparison compa
 }
 
 INT NkDtString::Order(const NkDtString& a, const PlainText& b, Comparison comparison) {
-    requireComparable(a, b.Text(), textComparisons[static_cast<unsigned char>(comparison)]);
+    requireComparable(a, b, textComparisons[static_cast<unsigned char>(comparison)]);
     return NkDtCompareUsingNorvaneSortOrder(a.Text().Text(), b.Text());
 }
 

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "Error.h"
 #include "Text.h"
+#include "nkdt/NkDtBool.h"
+#include "nkdt/NkDtChar.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"
 
@@ -24,6 +27,7 @@ struct KindOf {
     static void setText(Value& value, const NkDtString& text) { value = Value(text); }
     static void setSqlText(Value& value, const NkDtString& text) { value = Value(text); }
     static NkDtString sqlLiteral(const Value& value) { return value.ConvToSQL(); }
+    static void checkExternal(const NkDtString&) {}
     static const char* statedLoss(const Value&, Representation) { return nullptr; }
 };
 
@@ -73,6 +77,62 @@ struct StringKind : KindOf<NkDtString, CString> {
     }
 };
 
+struct CharKind : KindOf<NkDtChar, CString> {
+    static constexpr ColumnKind description{"NkDtChar", false, true, "CHAR(1)", "CHAR(1)", nullptr};
+    static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindChar(column, field); }
+    // The class itself takes the first character of any text.
+    static void checkSingle(const NkDtString& text) {
+        if (text.IsDefined() && text.GetLength() > 1)
+            throw DataError("\"" + visible(text.GetValue()) + "\" is longer than one character");
+    }
+    static void setText(Value& value, const NkDtString& text) {
+        checkSingle(text);
+        value = Value(text);
+    }
+    static void setSqlText(Value& value, const NkDtString& text) {
+        checkSingle(text);
+        value.SetFromSQL(*text.GetValue());
+    }
+    static void checkExternal(const NkDtString& text) { checkSingle(text); }
+    static const char* statedLoss(const Value& value, Representation representation) {
+        if (value.IsDefined() && value.GetValue() == '\0' && representation == Representation::userText)
+            return "user-interface text has no empty text";
+        return nullptr;
+    }
+    static const char* compute(Value& value) {
+        value.ToLower();
+        return "small letter";
+    }
+};
+
+struct BoolKind : KindOf<NkDtBool, BOOL> {
+    static constexpr ColumnKind description{"NkDtBool", false, true, "BOOLEAN", "BOOLEAN", nullptr};
+    static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindBool(column, field); }
+    static void setSqlText(Value& value, const NkDtString& text) {
+        if (text.GetLength() != 1) refuse(text);
+        value.SetFromSQL(*text.GetValue());
+    }
+    // The class itself lets other texts pass and keeps the value that it had.
+    static void checkExternal(const NkDtString& text) {
+        if (text != "J" && text != "N") refuse(text);
+    }
+    static const char* statedLoss(const Value& value, Representation representation) {
+        const bool keepsNumbers =
+            representation == Representation::recordset || representation == Representation::archive;
+        if (keepsNumbers || !value.IsDefined() || value.IsFalse() || value == TRUE) return nullptr;
+        return "it knows true and false, and no other number";
+    }
+    static const char* compute(Value& value) {
+        if (value.IsDefined()) value = value.IsFalse();
+        return "not";
+    }
+
+  private:
+    [[noreturn]] static void refuse(const NkDtString& text) {
+        throw DataError("\"" + visible(text.GetValue()) + "\" is no truth value");
+    }
+};
+
 // Their cells
 // ----------------------------------------------------------------------------------------------------------
 
@@ -96,6 +156,10 @@ class CellOf final : public Cell {
     void setText(const NkDtString& text) override { Kind::setText(m_value, text); }
     NkDtString sqlLiteral() const override { return Kind::sqlLiteral(m_value); }
     void setSqlText(const NkDtString& text) override { Kind::setSqlText(m_value, text); }
+    void setExternal(const NkDtString& text, BOOL fDefined, USHORT version) override {
+        if (fDefined) Kind::checkExternal(text);
+        m_value.SetFromExtern(&text, fDefined, version);
+    }
     void serialize(CArchive& ar) override { m_value.Serialize(ar); }
 
     bool equals(const Cell& other) const override {
@@ -120,7 +184,8 @@ constexpr ColumnKind entry() {
     return kind;
 }
 
-const std::array kinds{entry<LongKind>(), entry<ShortKind>(), entry<StringKind>()};
+const std::array kinds{entry<LongKind>(), entry<ShortKind>(), entry<StringKind>(), entry<CharKind>(),
+                       entry<BoolKind>()};
 
 // All classes that a column can have, those that are still to come included
 // ----------------------------------------------------------------------------------------------------------

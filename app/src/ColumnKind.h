@@ -51,6 +51,8 @@ class Cell {
     virtual NkDtString sqlLiteral() const = 0;
     /// Reads what stands in an SQL literal of a defined value, without its apostrophes.
     virtual void setSqlText(const NkDtString& text) = 0;
+    /// Reads the external text with its definedness and version.
+    virtual void setExternal(const NkDtString& text, BOOL fDefined, USHORT version) = 0;
     virtual void serialize(CArchive& ar) = 0;
 
     /// TRUE if both are undefined or both have the same value. The other cell is of the same kind.

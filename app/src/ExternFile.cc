@@ -58,7 +58,7 @@ class ExternReader final : public TableFileReader {
             atPlace(row, column.name, [&] {
                 if (!more) throw DataError("the row ends before the field");
                 const std::size_t end = rest.find('\t');
-                setFromField(column.cell->value(), rest.substr(0, end));
+                setFromField(*column.cell, rest.substr(0, end));
                 more = end != std::string_view::npos;
                 rest.remove_prefix(more ? end + 1 : rest.size());
             });
@@ -68,7 +68,7 @@ class ExternReader final : public TableFileReader {
     }
 
   private:
-    static void setFromField(NkDtBasis& value, std::string_view field) {
+    static void setFromField(Cell& cell, std::string_view field) {
         const bool defined = field.starts_with("1:");
         if (!defined && !field.starts_with("0:"))
             throw DataError("the field does not begin with its definedness, 0 or 1");
@@ -78,7 +78,7 @@ class ExternReader final : public TableFileReader {
         if (number.ec != std::errc() || number.ptr == end || *number.ptr != ':')
             throw DataError("the field has no version");
         const NkDtString text(unescaped({number.ptr + 1, static_cast<std::size_t>(end - number.ptr - 1)}));
-        value.SetFromExtern(&text, defined ? TRUE : FALSE, version);
+        cell.setExternal(text, defined ? TRUE : FALSE, version);
     }
 
     LineReader m_lines;

@@ -4,6 +4,8 @@
 /// All value classes and the framework types that their interface uses.
 
 #include "nkdt/NkDtBasis.h"
+#include "nkdt/NkDtBool.h"
+#include "nkdt/NkDtChar.h"
 #include "nkdt/NkDtExcep.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"

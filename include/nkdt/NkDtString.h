@@ -67,6 +67,10 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// The base state and the digits of @p r; empty when undefined.
     NkDtString(const NkDtLong& r);
     NkDtString(const NkDtShort& r);
+    /// The base state of @p r and its character; the empty text for NUL and when undefined.
+    NkDtString(const NkDtChar& r);
+    /// The base state of @p r and its word in the program's language; empty when undefined.
+    NkDtString(const NkDtBool& r);
     /// The copy's allocation length is the length of the text.
     NkDtString(const NkDtString& r);
     NkDtString(NkDtString&& r) noexcept = default;
@@ -94,7 +98,10 @@ class NKDT_API NkDtString : public NkDtBasis {
     NkDtString& operator=(const OLECHAR* pwsz);
     /// A text of this one character; NUL too counts as a character here.
     NkDtString& operator=(TCHAR ch);
-    template <class T, nkdt::If<nkdt::isNumberValue<T>> = 0>
+    /// The same with a defined character. An undefined one makes this text undefined whatever its mode;
+    /// modified if it was defined.
+    NkDtString& operator=(const NkDtChar& r);
+    template <class T, nkdt::If<nkdt::hasTextForm<T>> = 0>
     NkDtString& operator=(const T& r) {
         return *this = NkDtString(r);
     }
@@ -153,14 +160,71 @@ class NKDT_API NkDtString : public NkDtBasis {
     TCHAR operator[](const T& n) const {
         return (*this)[n.GetValue()];
     }
-    template <class T,
-              nkdt::If<std::is_same_v<T, bool> || nkdt::isCharacter<T> || std::is_floating_point_v<T>> = 0>
-    TCHAR operator[](T) const = delete;
+    template <class T, nkdt::If<nkdt::isNoPosition<T>> = 0>
+    TCHAR operator[](const T&) const = delete;
     /// The text, "" when undefined; valid until the next change.
     operator LPCTSTR() const;
     operator CString() const;
     /// A new 16-bit text; the caller frees it with SysFreeString().
     operator BSTR() const;
+
+    // Editing. Positions and lengths count characters from 0. Searching and comparing look at the text up to
+    // its first NUL, copying at its whole length. Each argument may be this text itself: the result is what a
+    // copy of it would give.
+
+    /// Removes @p strPart and tells whether there was something to remove; modified then. FALSE when one of
+    /// the two is empty.
+    /// @param nMode NkDtStrAll: every occurrence, those that a removal brings about included; NkDtStrFirst:
+    /// the first; any other value: as many characters as @p strPart has at this position, whatever they are.
+    /// Error 3 "Ungültiger Stringindex" when there are fewer.
+    BOOL DeleteParts(const NkDtString& strPart, INT nMode);
+    /// The position of @p strPart, -1 when it is not found or one of the two is empty. A hit is remembered.
+    /// @param nMode NkDtStrPosNext: searches behind the remembered hit, as far on as @p strPart is long; any
+    /// other value, or no hit yet: from the start
+    INT GetPos(const NkDtString& strPart, INT nMode);
+    /// Replaces everything from @p nPos on by @p str; modified and defined. Error 2 "Undefinierter Wert" when
+    /// one of the two is missing, error 3 for a position outside of the text, error 8 "Wert außerhalb des
+    /// Wertebereichs" when the text would reach 2147483647 characters.
+    void Copy(const NkDtString& str, INT nPos);
+    /// Overwrites the characters from @p nPos on by @p str, beyond the end too; modified. An empty @p str
+    /// does nothing. A text that becomes longer becomes defined. Errors as Copy().
+    void CopyParts(const NkDtString& str, INT nPos);
+    /// Inserts @p str in front of position @p nPos; modified and defined. An empty @p str does nothing.
+    /// Errors as Copy().
+    void Insert(const NkDtString& str, INT nPos);
+    /// Replaces @p strOld by @p strNew and tells whether something was replaced; modified then. Nothing
+    /// inserted is searched again. FALSE when this text or @p strOld is empty or @p strNew missing; TRUE, and
+    /// nothing changed, when the two are equal. An empty @p strNew removes, see DeleteParts(). Error 3 for a
+    /// position, error 8 when the text would reach 2147483647 characters.
+    /// @param nMode NkDtStrAll, NkDtStrFirst or a position, see DeleteParts()
+    BOOL Change(const NkDtString& strOld, const NkDtString& strNew, INT nMode);
+    /// Turns ASCII letters, ä, ö and ü into capitals. Modified, even if nothing changes, unless all
+    /// characters are capitals or ß.
+    void ToUpper();
+    /// Turns ASCII letters, Ä, Ö and Ü into small ones. Modified, even if nothing changes, unless all
+    /// characters are small letters or ß.
+    void ToLower();
+    /// Keeps the first @p nLen characters; modified if there were more. An undefined text stays. Error 3 for
+    /// a negative length and one beyond the text.
+    void Cut(INT nLen);
+    /// Divides the text: @p strLeft gets the first @p nLen characters, @p strRight the others; it is cleared
+    /// when there are none. Both are cleared when this text is undefined. Neither becomes modified by the
+    /// text that it gets. A length beyond the text counts as the text's, unless @p strLeft already has room
+    /// for the text: then it gets this length, filled up with NUL. Error 3, nothing changed, for a negative
+    /// length; error 6 "Ungültige Initiallänge" for a left text of 2147483647 characters.
+    void Split(NkDtString& strLeft, NkDtString& strRight, INT nLen) const;
+    /// Removes blanks (no other white space); modified if there were some.
+    /// @param nMode NkDtStrLeft: at the start; NkDtStrRight: at the end; any other value: at both ends
+    void Trim(INT nMode);
+    /// Fills the text up to @p nLen characters with @p ch; modified and defined. Does nothing when it is
+    /// missing or long enough. Error 6 for a length of 2147483647.
+    /// @param nMode NkDtStrLeft: in front; any other value: behind
+    void FillUp(TCHAR ch, INT nLen, INT nMode);
+    /// TRUE for a length of 0, also when null. Error 2 when missing.
+    BOOL IsEmpty() const;
+    /// TRUE when the texts are equal, or both undefined. An undefined text is equal to an empty one.
+    /// @param fExact FALSE: upper and lower case are equal (ASCII letters, ä, ö and ü)
+    BOOL Compare(const NkDtString& str, BOOL fExact) const;
 
     /// Converts the text in place; an undefined one stays. Modified if it changes. Error 19 "Codepagewandlung
     /// nicht möglich", nothing changed, for a direction that is not known or not available.
@@ -174,7 +238,9 @@ class NKDT_API NkDtString : public NkDtBasis {
     NkDtString& operator+=(LPCTSTR psz);
     /// Appends the character, NUL too. Error 8 when the text is full.
     NkDtString& operator+=(TCHAR ch);
-    template <class T, nkdt::If<nkdt::isNumberValue<T>> = 0>
+    /// The same with a defined character; nothing for an undefined one.
+    NkDtString& operator+=(const NkDtChar& r);
+    template <class T, nkdt::If<nkdt::hasTextForm<T>> = 0>
     NkDtString& operator+=(const T& r) {
         return *this += NkDtString(r);
     }
@@ -184,8 +250,8 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// Appends the text to a framework text.
     friend CString& operator+=(CString& a, const NkDtString& b) { return a += static_cast<LPCTSTR>(b); }
 
-    // Concatenation: an undefined operand contributes nothing, the result is a copy of the other one. Error 8
-    // when the result would be too long, error 5 for a null pointer.
+    // Concatenation (with NkDtChar in its own header): an undefined operand contributes nothing, the result
+    // is a copy of the other one. Error 8 when the result would be too long, error 5 for a null pointer.
     friend NkDtString operator+(const NkDtString& a, const NkDtString& b) { return Concatenate(a, b); }
     friend NkDtString operator+(const NkDtString& a, LPCTSTR b) { return Concatenate(a, b); }
     friend NkDtString operator+(const NkDtString& a, const CString& b) { return Concatenate(a, b); }
@@ -246,51 +312,51 @@ class NKDT_API NkDtString : public NkDtBasis {
     friend BOOL operator>(LPCTSTR a, const NkDtString& b) { return b < a; }
     friend BOOL operator<=(LPCTSTR a, const NkDtString& b) { return b >= a; }
     friend BOOL operator>=(LPCTSTR a, const NkDtString& b) { return b <= a; }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator==(const NkDtString& a, const T& b) {
         return Equal(a, PlainText(b), Comparison::equal);
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator!=(const NkDtString& a, const T& b) {
         return !Equal(a, PlainText(b), Comparison::unequal);
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator<(const NkDtString& a, const T& b) {
         return Order(a, PlainText(b), Comparison::less) < 0;
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator>(const NkDtString& a, const T& b) {
         return Order(a, PlainText(b), Comparison::greater) > 0;
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator<=(const NkDtString& a, const T& b) {
         return Order(a, PlainText(b), Comparison::lessEqual) <= 0;
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator>=(const NkDtString& a, const T& b) {
         return Order(a, PlainText(b), Comparison::greaterEqual) >= 0;
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator==(const T& a, const NkDtString& b) {
         return b == a;
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator!=(const T& a, const NkDtString& b) {
         return b != a;
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator<(const T& a, const NkDtString& b) {
         return b > a;
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator>(const T& a, const NkDtString& b) {
         return b < a;
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator<=(const T& a, const NkDtString& b) {
         return b >= a;
     }
-    template <class T, nkdt::If<nkdt::isOneOf<T, CString, TCHAR>> = 0>
+    template <class T, nkdt::If<nkdt::isTextComparand<T>> = 0>
     friend BOOL operator>=(const T& a, const NkDtString& b) {
         return b <= a;
     }
@@ -326,18 +392,23 @@ class NKDT_API NkDtString : public NkDtBasis {
   private:
     enum class Comparison : unsigned char { equal, unequal, less, greater, lessEqual, greaterEqual };
 
-    /// A plain text or character that is compared with.
+    friend class NkDtChar;
+
+    /// A plain text or a character that is compared with.
     class PlainText {
       public:
         explicit PlainText(LPCTSTR psz) noexcept : m_psz(psz) {}
         explicit PlainText(const CString& r) noexcept : m_psz(r.GetString()) {}
         explicit PlainText(TCHAR ch) noexcept : m_psz(nullptr), m_szCharacter{ch, '\0'}, m_fCharacter(true) {}
+        explicit PlainText(const NkDtChar& r);
         LPCTSTR Text() const noexcept { return m_fCharacter ? m_szCharacter : m_psz; }
+        bool IsMissing() const noexcept { return m_fMissing; }
 
       private:
         LPCTSTR m_psz;
         TCHAR m_szCharacter[2] = {};
         bool m_fCharacter = false;
+        bool m_fMissing = false;
     };
 
     /// A whole number as sign and magnitude.
@@ -356,7 +427,11 @@ class NKDT_API NkDtString : public NkDtBasis {
     const NkDtString_Imp& Text() const { return *m_imp; }
     void TakeText(LPCTSTR psz, INT nLength);
     void TakeWhole(LPCTSTR psz, INT nLength);
+    void TakePart(LPCTSTR pch, INT nCount, INT nLength);
     void Resize(INT nAlloc);
+    void MakeRoom(INT nAlloc) {
+        if (GetAllocLength() < nAlloc) Resize(nAlloc);
+    }
     void AppendText(LPCTSTR psz, std::size_t nLength, const nkdt::Origin& origin);
     static NkDtString Joined(std::string_view left, std::string_view right, const nkdt::Origin& origin);
     static NkDtString Quoted(std::string_view text);

@@ -41,6 +41,14 @@ enum NkDtCodepageWandlung : int {
 /// As a length: the whole text. As an allocation length: as long as the text.
 inline constexpr INT NkDtStrLenAuto = -100;
 
+/// What the editing functions of NkDtString do where a position could stand. No value is a position.
+inline constexpr INT NkDtStrFirst = -10;     ///< the first occurrence
+inline constexpr INT NkDtStrAll = -11;       ///< every occurrence
+inline constexpr INT NkDtStrPosFirst = -20;  ///< search from the start
+inline constexpr INT NkDtStrPosNext = -21;   ///< search behind the last hit
+inline constexpr INT NkDtStrLeft = -40;      ///< at the start of the text
+inline constexpr INT NkDtStrRight = -41;     ///< at the end of the text
+
 /// Version of the external text of every class.
 inline constexpr USHORT NkDtExternVersion = 100;
 

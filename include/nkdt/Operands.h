@@ -44,6 +44,10 @@ template <class T>
 inline constexpr bool isNumberValue =
     isKindOf<T, NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtDateTime, NkDtDateZp, NkDtTime>;
 
+/// Value classes that a text is assigned from and appends through their text form.
+template <class T>
+inline constexpr bool hasTextForm = isNumberValue<T> || isKindOf<T, NkDtBool>;
+
 /// What never stands beside a whole number: its value would be narrowed or misread.
 template <class T>
 inline constexpr bool isNoWholeOperand =
@@ -59,16 +63,65 @@ template <class T>
 inline constexpr bool isNoTextOperand = (std::is_arithmetic_v<T> && !std::is_same_v<T, TCHAR>) ||
                                         std::is_enum_v<T> || std::is_same_v<T, std::nullptr_t>;
 
+/// What is no position in a text, though the language would count it as one.
+template <class T>
+inline constexpr bool isNoPosition = std::is_same_v<T, bool> || isCharacter<T> ||
+                                     std::is_floating_point_v<T> || isKindOf<T, NkDtBool, NkDtChar>;
+
 /// What a text is never compared with; beside a 16-bit text it would compare pointers.
 template <class T>
 inline constexpr bool isNoTextComparand = isNoTextOperand<T> ||
                                           (!std::is_class_v<T> &&
                                            std::is_convertible_v<const T&, const OLECHAR*>);
 
+/// A framework text or one character, beside which a text stands as beside a text.
+template <class T>
+inline constexpr bool isTextComparand = isOneOf<T, CString, TCHAR> || isKindOf<T, NkDtChar>;
+
 /// What no text is built from: fractions, truth values, wide characters, nothing.
 template <class T>
 inline constexpr bool isNoTextSource = std::is_floating_point_v<T> || isOneOf<T, bool, std::nullptr_t> ||
                                        (isCharacter<T> && !std::is_same_v<T, TCHAR>);
+
+/// A pointer or an array, of characters or of anything else.
+template <class T>
+inline constexpr bool isPointer = std::is_pointer_v<std::decay_t<T>>;
+
+/// What no character is built from: a number or a truth value would become the character with its code.
+template <class T>
+inline constexpr bool isNoCharacterSource = isNoTextOperand<T> || hasTextForm<T>;
+
+/// What a character is never compared with; beside a plain text it would count as its first character.
+template <class T>
+inline constexpr bool isNoCharacterComparand = isNoCharacterSource<T> || isPointer<T> || isKindOf<T, CString>;
+
+/// A pointer that is no text: a number added to it would be a step.
+template <class T>
+inline constexpr bool isForeignPointer = isPointer<T> && !std::is_convertible_v<const T&, LPCTSTR>;
+
+/// What is never added to a character, because the character would count as a number.
+template <class T>
+inline constexpr bool isNoCharacterAddend = isNoTextOperand<T> || isForeignPointer<T>;
+
+/// The plain types that stand for a truth value: `bool`, and the whole types that a `BOOL` holds.
+template <class T>
+inline constexpr bool isTruthOperand = std::is_same_v<T, bool> ||
+                                       (isWhole<T> && (sizeof(T) < sizeof(BOOL) || std::is_same_v<T, BOOL>));
+
+/// What no truth value is built from.
+template <class T>
+inline constexpr bool isNoTruthSource =
+    (std::is_arithmetic_v<T> && !isTruthOperand<T>) || std::is_enum_v<T> ||
+    std::is_same_v<T, std::nullptr_t> || isNumberValue<T> || isKindOf<T, NkDtChar>;
+
+/// What is never added to a truth value, because the value would count as a number.
+template <class T>
+inline constexpr bool isNoTruthAddend =
+    std::is_arithmetic_v<T> || std::is_enum_v<T> || std::is_same_v<T, std::nullptr_t> || isForeignPointer<T>;
+
+/// What a truth value is never compared with.
+template <class T>
+inline constexpr bool isNoTruthComparand = isNoTruthSource<T> || isPointer<T> || isText<T>;
 
 template <bool condition>
 using If = std::enable_if_t<condition, int>;

@@ -7,6 +7,7 @@
 
 #include "Raise.h"
 #include "TextMemory.h"
+#include "TextSearch.h"
 #include "nkdt/NkDtTypes.h"
 #include "nkdt/NkDtUtil.h"
 #include "nkeh/NkEhBasis.h"
@@ -140,6 +141,90 @@ void NkDtString_Imp::Write(INT nPos, LPCTSTR pch, INT nCount) noexcept {
     if (m_nAlloc == 0) return;  // the shared empty text stays as it is
     std::memmove(m_pText + nPos, pch, static_cast<std::size_t>(nCount));
     m_pText[m_nLength] = '\0';
+}
+
+void NkDtString_Imp::Overwrite(INT nPos, LPCTSTR pch, INT nCount) noexcept {
+    std::memmove(m_pText + nPos, pch, static_cast<std::size_t>(nCount));
+}
+
+void NkDtString_Imp::OpenGap(INT nPos, INT nCount) noexcept {
+    std::memmove(m_pText + nPos + nCount, m_pText + nPos, static_cast<std::size_t>(m_nLength - nPos));
+    SetLength(m_nLength + nCount);
+}
+
+void NkDtString_Imp::CloseGap(INT nPos, INT nCount) noexcept {
+    const INT nRest = m_nLength - nPos - nCount;
+    std::memmove(m_pText + nPos, m_pText + nPos + nCount, static_cast<std::size_t>(nRest));
+    SetLength(nPos + nRest);
+}
+
+bool NkDtString_Imp::RemoveAll(const TextSearch& search) noexcept {
+    // What is kept stands from the start of the buffer on, what is still to be searched at its end.
+    const std::size_t part = search.partLength();
+    const std::string_view visible = VisibleText();
+    const char* const end = m_pText + m_nLength;
+    char* kept = m_pText;
+    char* rest = m_pText;
+    const auto moveToKept = [&kept, &rest](std::size_t count) {
+        if (kept != rest) std::memmove(kept, rest, count);
+        kept += count;
+        rest += count;
+    };
+    for (;;) {
+        const std::size_t hit = search.find({rest, static_cast<std::size_t>(visible.end() - rest)});
+        if (hit == TextSearch::notFound) break;
+        moveToKept(hit);
+        rest += part;
+        // Only the bytes before the gap can form a new hit with those behind it: they are searched once more.
+        const std::size_t again = std::min(part - 1, static_cast<std::size_t>(kept - m_pText));
+        kept -= again;
+        rest -= again;
+        std::memmove(rest, kept, again);
+    }
+    if (kept == rest) return false;
+    moveToKept(static_cast<std::size_t>(end - rest));
+    SetLength(static_cast<INT>(kept - m_pText));
+    return true;
+}
+
+void NkDtString_Imp::Replace(const INT* pnHits, std::size_t nHitsKnown, std::size_t nHits, std::size_t nOld,
+                             std::string_view strNew, const TextSearch& search) {
+    const auto oldLength = static_cast<std::size_t>(m_nLength);
+    const std::size_t newLength = oldLength - nHits * nOld + nHits * strNew.size();
+    const auto nNewLength = static_cast<INT>(newLength);
+
+    // The pieces are copied from left to right, so a source in the same buffer must lie ahead of its target.
+    const bool fits = nNewLength <= m_nAlloc;
+    LPTSTR const target = fits ? m_pText : textMemory::allocate(bufferSize(nNewLength));
+    if (target == nullptr) Exhausted(bufferSize(nNewLength));
+    LPTSTR source = m_pText;
+    if (fits && newLength > oldLength) {
+        source += newLength - oldLength;
+        std::memmove(source, m_pText, oldLength);
+    }
+    const auto visible = std::string_view(source, oldLength).substr(0, ::strnlen(source, oldLength));
+    std::size_t done = 0;
+    LPTSTR out = target;
+    const auto copyUpTo = [&](std::size_t position) {
+        if (out != source + done) std::memmove(out, source + done, position - done);
+        out += position - done;
+    };
+    for (std::size_t i = 0; i < nHits; ++i) {
+        const std::size_t hit =
+            i < nHitsKnown ? static_cast<std::size_t>(pnHits[i]) : search.find(visible, done);
+        copyUpTo(hit);
+        std::memcpy(out, strNew.data(), strNew.size());
+        out += strNew.size();
+        done = hit + nOld;
+    }
+    copyUpTo(oldLength);
+    *out = '\0';
+    if (!fits) {
+        FreeBuffer();
+        m_pText = target;
+        m_nAlloc = nNewLength;
+    }
+    m_nLength = nNewLength;
 }
 
 void NkDtString_Imp::FreeBuffer() noexcept {

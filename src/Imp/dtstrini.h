@@ -9,6 +9,10 @@
 
 #include "nkfw/Types.h"
 
+namespace nkdt {
+class TextSearch;
+}
+
 /// A zero-terminated text with a length, an allocated length and the position of the last search's hit. The
 /// buffer is owned when the allocated length is not 0; else it is the shared empty text, which is never
 /// written to and never freed.
@@ -66,12 +70,31 @@ class NkDtString_Imp {
     /// Writes @p nCount characters of @p pch, which may lie in this buffer, at @p nPos, ends the text behind
     /// them and makes that the length. There is room.
     void Write(INT nPos, LPCTSTR pch, INT nCount) noexcept;
+    /// Writes @p nCount characters of @p pch, which may lie in this buffer, over those at @p nPos; the length
+    /// stays. There is room.
+    void Overwrite(INT nPos, LPCTSTR pch, INT nCount) noexcept;
+    /// Moves what stands from @p nPos on @p nCount characters to the right and makes the text longer by as
+    /// many. There is room; the gap keeps what stood there.
+    void OpenGap(INT nPos, INT nCount) noexcept;
+    /// Removes @p nCount characters at @p nPos.
+    void CloseGap(INT nPos, INT nCount) noexcept;
+    /// Removes every occurrence of the part, and those that a removal brings about. FALSE if there is none.
+    bool RemoveAll(const nkdt::TextSearch& search) noexcept;
+    /// Replaces @p nHits stretches of @p nOld characters by @p strNew, which lies elsewhere; the room grows
+    /// only if it must. The result is not longer than maxLength.
+    /// @param pnHits positions of the stretches from the left on, at most @p nHitsKnown of them; @p search
+    /// finds the others
+    void Replace(const INT* pnHits, std::size_t nHitsKnown, std::size_t nHits, std::size_t nOld,
+                 std::string_view strNew, const nkdt::TextSearch& search);
     /// Makes @p nLength the length of what stands in the buffer, and ends the text there.
     void SetLength(INT nLength) noexcept {
         m_nLength = nLength;
         if (m_nAlloc > 0) m_pText[nLength] = '\0';
     }
     void SetAt(INT nPos, TCHAR ch) noexcept { m_pText[nPos] = ch; }
+    /// Where the last search found its part, or notFound.
+    INT LastFound() const noexcept { return m_nLastFound; }
+    void SetLastFound(INT nPos) noexcept { m_nLastFound = nPos; }
     /// The buffer, for a conversion that keeps the length.
     LPTSTR Buffer() noexcept { return m_pText; }
 

@@ -1,5 +1,6 @@
 #include "AppTest.h"
 #include "RoundTrip.h"
+#include "nkdt/NkDtBool.h"
 
 using namespace nktest;
 
@@ -67,7 +68,15 @@ TEST(Roads, LetEveryValueOfTheClassesSurvive) {
             EXPECT_EQ(travelled(road, "NkDtString", text).outcome, Arrival::survived)
                 << road.name << " " << text;
         }
-        for (const char* className : {"NkDtLong", "NkDtShort", "NkDtString"}) {
+        for (const char* character : {"a", "'", " ", "\xFC", "\x92"}) {
+            EXPECT_EQ(travelled(road, "NkDtChar", character).outcome, Arrival::survived)
+                << road.name << " " << character;
+        }
+        for (const char* truth : {"Ja", "Nein"}) {
+            EXPECT_EQ(travelled(road, "NkDtBool", truth).outcome, Arrival::survived)
+                << road.name << " " << truth;
+        }
+        for (const char* className : {"NkDtLong", "NkDtShort", "NkDtString", "NkDtChar", "NkDtBool"}) {
             EXPECT_EQ(travelled(road, className, undefined).outcome, Arrival::survived)
                 << road.name << " " << className;
         }
@@ -81,6 +90,29 @@ TEST(Roads, StateThatTheyCannotHoldAnEmptyText) {
                             road.representation == Representation::sqlLiteral;
         EXPECT_EQ(travelled(road, "NkDtString", empty).outcome,
                   stated ? Arrival::notRepresentable : Arrival::survived)
+            << road.name;
+    }
+}
+
+TEST(Roads, StateThatUserInterfaceTextCannotHoldAnEmptyCharacter) {
+    const NkDtString empty("");
+    for (const Road& road : nkdt::app::roads()) {
+        const bool stated = road.representation == Representation::userText;
+        EXPECT_EQ(travelled(road, "NkDtChar", empty).outcome,
+                  stated ? Arrival::notRepresentable : Arrival::survived)
+            << road.name;
+    }
+}
+
+TEST(Roads, StateThatTextsOfATruthValueHoldNoOtherNumber) {
+    const auto from = nkdt::app::findKind("NkDtBool")->makeCell();
+    const auto back = nkdt::app::findKind("NkDtBool")->makeCell();
+    from->value().Assign(NkDtBool(5));
+    for (const Road& road : nkdt::app::roads()) {
+        const bool whole = road.representation == Representation::recordset ||
+                           road.representation == Representation::archive;
+        EXPECT_EQ(nkdt::app::travel(road, *from, *back).outcome,
+                  whole ? Arrival::survived : Arrival::notRepresentable)
             << road.name;
     }
 }
@@ -118,9 +150,9 @@ TEST(Roads, ExcuseNoLossThatIsNotStated) {
 
 TEST_P(Check, CountsValuesPerColumnAndNamesTheOthers) {
     execute(
-        "INSERT INTO \"Waren\" VALUES (1, -5, 'Müller''s', 1, NULL, NULL), (NULL, NULL, NULL, NULL, NULL, "
+        "INSERT INTO \"Waren\" VALUES (1, -5, 'Müller''s', 1, '1', NULL), (NULL, NULL, NULL, NULL, NULL, "
         "NULL), (-2147483648, 32767, "
-        "'a\nb', 0, NULL, NULL)");
+        "'a\nb', 0, '0', NULL)");
     const Outcome outcome = check({"--strict"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.err, IsEmpty());
@@ -132,8 +164,8 @@ TEST_P(Check, CountsValuesPerColumnAndNamesTheOthers) {
               "Nummer  NkDtLong                           3          1         3                  0     0\n"
               "Stück   NkDtShort                          3          1         3                  0     0\n"
               "Name    NkDtString                         3          1         3                  0     0\n"
+              "Neu     NkDtBool                           3          1         3                  0     0\n"
               "Preis   NkDtDecimal is not bound yet\n"
-              "Neu     NkDtBool is not bound yet\n"
               "Am      NkDtDateZp is not bound yet\n"
               "\n");
 }

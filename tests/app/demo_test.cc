@@ -21,6 +21,9 @@ TEST_F(Demo, TakesARowDownTheRoadAndBack) {
         EXPECT_THAT(outcome.out, HasSubstr(std::string("\n") + station));
     }
     EXPECT_THAT(outcome.out, HasSubstr("'Müllers \"Größe\" O''Neill & Söhne'"));
+    EXPECT_THAT(outcome.out, HasSubstr("small letter = ü"));
+    EXPECT_THAT(outcome.out, HasSubstr("not = Ja"));
+    EXPECT_THAT(outcome.out, HasSubstr("defined, 100, \"J\""));
     EXPECT_THAT(outcome.out, HasSubstr("Preis (DECIMALTEXT(28,10)): NkDtDecimal is not bound yet"));
     EXPECT_THAT(outcome.out, HasSubstr("Bild (BLOB): not bindable"));
 }

@@ -19,7 +19,9 @@
 namespace expressions {
 
 /// The rows of each class.
+void characterValues();
 void text();
+void truthValues();
 void wholeNumbers();
 
 /// The place of a check.

@@ -26,7 +26,9 @@ void count(bool holds, std::string_view what, Here here) {
 
 int main() {
     try {
+        expressions::characterValues();
         expressions::text();
+        expressions::truthValues();
         expressions::wholeNumbers();
     } catch (NkEhBasis* caught) {
         const std::unique_ptr<NkEhBasis> owner(caught);

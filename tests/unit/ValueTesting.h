@@ -5,6 +5,8 @@
 
 #include <nkcp/CodePage.h>
 #include <nkdt/NkDtBasis.h>
+#include <nkdt/NkDtBool.h>
+#include <nkdt/NkDtChar.h>
 #include <nkdt/NkDtExcep.h>
 #include <nkdt/NkDtLong.h>
 #include <nkdt/NkDtShort.h>
@@ -20,6 +22,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -160,18 +163,35 @@ inline std::string describe(const NkDtString& value) {
            std::to_string(value.GetAllocLength()) + " " + stateOf(value);
 }
 
-/// "stored value state".
-template <class Whole>
-std::string describeNumber(const Whole& value) {
-    BOOL defined = FALSE;
-    USHORT version = 0;
-    return value.ConvToExtern(defined, version).GetValue() + (" " + stateOf(value));
+/// The stored value as a text, whether it is defined or not: the external text, where that tells it.
+template <class Value>
+std::string textOf(const Value& value) {
+    if constexpr (std::is_base_of_v<NkDtChar, Value>) {
+        const TCHAR ch = value;
+        return ch == '\0' ? std::string() : std::string(1, ch);
+    } else if constexpr (std::is_base_of_v<NkDtBool, Value>) {
+        NkDtBool null(value);
+        null.SetWorkingMode(NkDtWmNull);  // a null value is read as it is stored
+        return std::to_string(null.GetValue());
+    } else {
+        BOOL defined = FALSE;
+        USHORT version = 0;
+        return static_cast<LPCTSTR>(value.ConvToExtern(defined, version));
+    }
 }
+
+/// "stored value state".
 inline std::string describe(const NkDtLong& value) {
-    return describeNumber(value);
+    return textOf(value) + " " + stateOf(value);
 }
 inline std::string describe(const NkDtShort& value) {
-    return describeNumber(value);
+    return textOf(value) + " " + stateOf(value);
+}
+inline std::string describe(const NkDtBool& value) {
+    return textOf(value) + " " + stateOf(value);
+}
+inline std::string describe(const NkDtChar& value) {
+    return "'" + textOf(value) + "' " + stateOf(value);
 }
 
 /// The four working modes as they can be passed, for loops.
@@ -277,13 +297,59 @@ struct Sample<NkDtString> {
     static constexpr const char* oneSql = "'M\xFCller'";
 };
 
-/// The stored value as external text, whether it is defined or not.
+template <>
+struct Sample<NkDtChar> {
+    static constexpr const char* name = "NkDtChar";
+    static constexpr NkDtTyps typ = NkDtTypChar;
+    static constexpr const char* module = ".\\dtchar.cc";
+    static constexpr const char* emptyText = "";
+    using Field = CString;
+    static NkDtChar empty() { return NkDtChar('\0'); }
+    static NkDtChar one() { return NkDtChar('\xFC'); }
+    static NkDtChar other() { return NkDtChar('a'); }
+    static constexpr const char* oneText = "\xFC";
+    static constexpr const char* otherText = "a";
+    static Field oneField() { return CString("\xFC"); }
+    static Field otherField() { return CString("a"); }
+    static void setFromSql(NkDtChar& value, bool one) { value.SetFromSQL(one ? '\xFC' : 'a', 1252); }
+    static constexpr const char* oneSql = "'\xFC'";
+};
+
+template <>
+struct Sample<NkDtBool> {
+    static constexpr const char* name = "NkDtBool";
+    static constexpr NkDtTyps typ = NkDtTypBool;
+    static constexpr const char* module = ".\\dtbool.cc";
+    static constexpr const char* emptyText = "0";
+    using Field = BOOL;
+    static NkDtBool empty() { return NkDtBool(FALSE); }
+    static NkDtBool one() { return NkDtBool(TRUE); }
+    static NkDtBool other() { return NkDtBool(FALSE); }
+    static constexpr const char* oneText = "1";
+    static constexpr const char* otherText = "0";
+    static Field oneField() { return TRUE; }
+    static Field otherField() { return FALSE; }
+    static void setFromSql(NkDtBool& value, bool one) { value.SetFromSQL(one ? '1' : '0'); }
+    static constexpr const char* oneSql = "'1'";
+};
+
+/// How the samples are shown without a format, and their external texts; of most classes it is all one text.
 template <class Value>
-std::string textOf(const Value& value) {
-    BOOL defined = FALSE;
-    USHORT version = 0;
-    return static_cast<LPCTSTR>(value.ConvToExtern(defined, version));
-}
+struct Forms {
+    static constexpr const char* oneShown = Sample<Value>::oneText;
+    static constexpr const char* otherShown = Sample<Value>::otherText;
+    static constexpr const char* oneExtern = Sample<Value>::oneText;
+    static constexpr const char* otherExtern = Sample<Value>::otherText;
+    static constexpr const char* undefinedExtern = Sample<Value>::emptyText;
+};
+template <>
+struct Forms<NkDtBool> {
+    static constexpr const char* oneShown = "Ja";
+    static constexpr const char* otherShown = "Nein";
+    static constexpr const char* oneExtern = "J";
+    static constexpr const char* otherExtern = "N";
+    static constexpr const char* undefinedExtern = "";
+};
 
 /// An application's own class derived from a value class, with what that keeps protected.
 template <class Value>
@@ -319,7 +385,7 @@ std::vector<Value> states() {
     return values;
 }
 
-using ValueClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtString>;
+using ValueClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtString, NkDtChar, NkDtBool>;
 
 struct ClassNames {
     template <class Value>

@@ -139,7 +139,7 @@ TYPED_TEST(AnyMemoryFailure, LeavesNothingBehindAConstructionThatFails) {
     this->tryEach("by mode", endings, [] { const TypeParam value(NkDtWmNull); });
     this->tryEach("from a value", endings, [] { const TypeParam value = S::one(); });
     this->tryEach("from another", endings, [] { const TypeParam value = S::other(); });
-    const NkDtString text("17");
+    const NkDtString text("1");
     this->tryEach("from a text", endings, [&] { const TypeParam value(text); });
 }
 
@@ -320,6 +320,10 @@ TEST_F(TextMemoryFailure, LeavesNothingBehindAConstructionThatFails) {
     tryEach("wide number", kNewHandler, [] { const NkDtString text(5LL); });
     const NkDtLong number(5);
     tryEach("number value", kNewHandler, [&] { const NkDtString text(number); });
+    const NkDtChar character('x');
+    tryEach("character value", kNewHandler, [&] { const NkDtString text(character); });
+    const NkDtBool truth(TRUE);
+    tryEach("truth value", kNewHandler | kReplaced, [&] { const NkDtString text(truth); });
     SysFreeString(wide);
 }
 
@@ -387,6 +391,13 @@ TEST_F(TextMemoryFailure, LeavesNothingBehindAConcatenationThatFails) {
     tryEach("text + a", endings, [&] { static_cast<void>(kLong + a); });
     tryEach("a + character", endings, [&] { static_cast<void>(a + 'x'); });
     tryEach("character + a", endings, [&] { static_cast<void>('x' + a); });
+    const NkDtChar character('x');
+    tryEach("a + character value", endings, [&] { static_cast<void>(a + character); });
+    tryEach("character value + a", endings, [&] { static_cast<void>(character + a); });
+    tryEach("character values", endings, [&] { static_cast<void>(character + character); });
+    tryEach("character value + text", endings, [&] { static_cast<void>(character + kLong); });
+    tryEach("text + character value", endings, [&] { static_cast<void>(kLong + character); });
+    tryEach("a + truth value", endings, [&] { static_cast<void>(a + NkDtBool(TRUE)); });
     tryEach("null + b", endings, [&] { static_cast<void>(null + b); });
     tryEach("null + text", endings, [&] { static_cast<void>(null + "x"); });
     tryEach("null + null", endings, [&] { static_cast<void>(null + null); });

@@ -44,7 +44,8 @@ TYPED_TEST(AnyValue, IsKnownByItsNameAndDerivesFromTheBase) {
 
 TYPED_TEST(AnyValue, IsNoKindOfAnotherClass) {
     const CRuntimeClass* const classes[] = {NkDtLong::GetThisClass(), NkDtShort::GetThisClass(),
-                                            NkDtString::GetThisClass()};
+                                            NkDtString::GetThisClass(), NkDtChar::GetThisClass(),
+                                            NkDtBool::GetThisClass()};
     const TypeParam value;
     EXPECT_EQ(std::count_if(std::begin(classes), std::end(classes),
                             [&](const CRuntimeClass* each) { return value.IsKindOf(each) != FALSE; }),
@@ -249,6 +250,8 @@ TYPED_TEST(AnyValue, AssignRefusesAnObjectOfAnotherClass) {
     if constexpr (!std::is_same_v<TypeParam, NkDtLong>) expectRefusedByAssign<TypeParam>(NkDtLong(5));
     if constexpr (!std::is_same_v<TypeParam, NkDtShort>) expectRefusedByAssign<TypeParam>(NkDtShort(5));
     if constexpr (!std::is_same_v<TypeParam, NkDtString>) expectRefusedByAssign<TypeParam>(NkDtString("5"));
+    if constexpr (!std::is_same_v<TypeParam, NkDtChar>) expectRefusedByAssign<TypeParam>(NkDtChar('5'));
+    if constexpr (!std::is_same_v<TypeParam, NkDtBool>) expectRefusedByAssign<TypeParam>(NkDtBool(TRUE));
 }
 
 TYPED_TEST(AnyValue, AssignRefusesAnUndefinedObjectOfAnotherClassToo) {
@@ -305,9 +308,9 @@ TYPED_TEST(AnyValue, ClearOfAnEmptyValueChangesItsDefinednessAtMost) {
 // --- The flag goes through the virtual function ----------------------------------------------------
 
 TYPED_TEST(AnyValue, RaisesTheFlagThroughTheVirtualFunctionWhenTheValueChanges) {
-    Derived<TypeParam> value(Sample<TypeParam>::one());
-    const TypeParam same = Sample<TypeParam>::one();
-    const TypeParam other = Sample<TypeParam>::other();
+    Derived<TypeParam> value(Sample<TypeParam>::other());
+    const TypeParam same = Sample<TypeParam>::other();
+    const TypeParam other = Sample<TypeParam>::one();
     value = same;
     EXPECT_EQ(value.calls, 0);
     value = other;

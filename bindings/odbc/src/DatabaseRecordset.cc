@@ -411,6 +411,11 @@ void CDatabaseRecordset::BindLong(LPCTSTR lpszColumn, long& nField) {
     SetFieldNull(&nField, TRUE);
 }
 
+void CDatabaseRecordset::BindBool(LPCTSTR lpszColumn, BOOL& fField) {
+    m_impl->columnToBind(lpszColumn).exchange = exchangeBool(fField);
+    SetFieldNull(&fField, TRUE);
+}
+
 void CDatabaseRecordset::BindDouble(LPCTSTR lpszColumn, double& dField) {
     RowColumn& column = m_impl->columnToBind(lpszColumn);
     column.exactNumbers = true;

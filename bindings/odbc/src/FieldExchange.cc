@@ -208,6 +208,11 @@ std::unique_ptr<FieldExchange> exchangeLong(long& field) {
                                                        std::numeric_limits<std::int32_t>::max());
 }
 
+std::unique_ptr<FieldExchange> exchangeBool(BOOL& field) {
+    return std::make_unique<WholeNumberExchange<BOOL>>(field, std::numeric_limits<BOOL>::min(),
+                                                       std::numeric_limits<BOOL>::max());
+}
+
 std::unique_ptr<FieldExchange> exchangeDouble(double& field, bool numbersAreExact) {
     return std::make_unique<DoubleExchange>(field, numbersAreExact);
 }

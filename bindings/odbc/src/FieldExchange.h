@@ -56,6 +56,7 @@ class FieldExchange {
 
 std::unique_ptr<FieldExchange> exchangeShort(int& field);
 std::unique_ptr<FieldExchange> exchangeLong(long& field);
+std::unique_ptr<FieldExchange> exchangeBool(BOOL& field);
 /// @param numbersAreExact whether the column takes a double as a double, else as the shortest text that reads
 /// back
 std::unique_ptr<FieldExchange> exchangeDouble(double& field, bool numbersAreExact);

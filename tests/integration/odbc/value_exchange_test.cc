@@ -104,6 +104,78 @@ TEST_P(ValueExchange, AnEditedValueIsWrittenAndAnUntouchedOneIsNot) {
     EXPECT_EQ(value("SELECT rang FROM werte"), "-32768");
 }
 
+TEST_P(ValueExchange, CharactersAndTruthValuesCrossBothWays) {
+    execute("CREATE TABLE arten (nummer INTEGER PRIMARY KEY, art CHAR(1), aktiv BOOLEAN)");
+    CString kindField;
+    BOOL activeField = FALSE;
+    const auto open = [&] {
+        rs.OpenTable("arten", CDatabaseRecordset::updatable, nullptr, "nummer");
+        rs.BindLong("nummer", numberField);
+        rs.BindChar("art", kindField);
+        rs.BindBool("aktiv", activeField);
+    };
+    const auto add = [&](long key, const NkDtChar& kind, const NkDtBool& active) {
+        rs.AddNew();
+        number = key;
+        number.ConvToRecordSet(rs, numberField);
+        kind.ConvToRecordSet(rs, kindField);
+        active.ConvToRecordSet(rs, activeField);
+        ASSERT_TRUE(rs.Update());
+    };
+    open();
+    add(1, NkDtChar('\xDC'), NkDtBool(TRUE));
+    add(2, NkDtChar('\''), NkDtBool(FALSE));
+    add(3, NkDtChar(NkDtWmNull), NkDtBool(NkDtWmNull));
+    EXPECT_EQ(value("SELECT art FROM arten WHERE nummer = 1"), "Ü");
+    EXPECT_EQ(value("SELECT COUNT(*) FROM arten WHERE aktiv"), "1");
+    EXPECT_EQ(value("SELECT COUNT(*) FROM arten WHERE NOT aktiv"), "1");
+    open();
+    const auto next = [&](NkDtChar& kind, NkDtBool& active) {
+        ASSERT_TRUE(rs.MoveNext());
+        kind.SetFromRecordSet(rs, kindField);
+        active.SetFromRecordSet(rs, activeField);
+    };
+    NkDtChar kind(NkDtWmNull);
+    NkDtBool active(NkDtWmNull);
+    next(kind, active);
+    EXPECT_EQ(kind.GetValue(), '\xDC');
+    EXPECT_EQ(active.GetValue(), TRUE);
+    next(kind, active);
+    EXPECT_EQ(kind.GetValue(), '\'');
+    EXPECT_TRUE(active.IsFalse());
+    next(kind, active);
+    EXPECT_TRUE(kind.IsNull());
+    EXPECT_TRUE(active.IsNull());
+}
+
+TEST(TruthValuesOfSqlite, AreTheNumbersThatAreStoredAndNothingElse) {
+    const TemporaryFolder folder;
+    CDatabase db;
+    db.Open(folder.file("a.db").c_str(), CDatabase::createMissing);
+    db.ExecuteSQL("CREATE TABLE t (n INTEGER PRIMARY KEY, b BOOLEAN)");
+    db.ExecuteSQL(
+        "INSERT INTO t VALUES (1, 5), (2, -2147483648), (3, 2147483648), (4, 'true'), (5, 1.5), (6, TRUE)");
+    CDatabaseRecordset rs(db);
+    rs.OpenTable("t", CDatabaseRecordset::readOnly, nullptr, "n");
+    BOOL field = FALSE;
+    rs.BindBool("b", field);
+    const auto next = [&]() -> std::string {
+        try {
+            EXPECT_TRUE(rs.MoveNext());
+        } catch (CDBException* exception) {
+            exception->Delete();
+            return "refused";
+        }
+        return std::to_string(field);
+    };
+    EXPECT_EQ(next(), "5");
+    EXPECT_EQ(next(), "-2147483648");
+    EXPECT_EQ(next(), "refused");
+    EXPECT_EQ(next(), "refused");
+    EXPECT_EQ(next(), "refused");
+    EXPECT_EQ(next(), "1");
+}
+
 INSTANTIATE_TEST_SUITE_P(Each, ValueExchange, testing::Values(CDatabase::sqlite, CDatabase::postgresql),
                          databaseName);
 

@@ -83,6 +83,8 @@ class NKDT_API CDatabaseRecordset : public CRecordset {
     void BindShort(LPCTSTR lpszColumn, int& nField);
     /// A whole number of 32 bits, whatever the width of `long`.
     void BindLong(LPCTSTR lpszColumn, long& nField);
+    /// A truth value as a whole number of 32 bits, 0 for false.
+    void BindBool(LPCTSTR lpszColumn, BOOL& fField);
     /// A finite floating number, exactly as it is stored. (A query on SQLite has only the 15 digits that the
     /// driver tells; a table's column has them all.)
     void BindDouble(LPCTSTR lpszColumn, double& dField);
