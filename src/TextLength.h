@@ -10,11 +10,16 @@
 
 namespace nkdt {
 
-/// The length of two texts together; error 8 when a text cannot be that long.
+/// The length of a text; error 8 when a text cannot be that long.
+inline INT checkedLength(std::size_t length, const Origin& origin) {
+    if (length > static_cast<std::size_t>(NkDtString_Imp::maxLength)) raise(origin, NkDtErrWertebereich);
+    return static_cast<INT>(length);
+}
+
+/// The length of two texts together; error 8 as above. The sum itself does not overflow: texts are shorter
+/// than 2^31, and what is put into one is made of fewer than 2^31 of them.
 inline INT combinedLength(std::size_t left, std::size_t right, const Origin& origin) {
-    constexpr auto maxLength = static_cast<std::size_t>(NkDtString_Imp::maxLength);
-    if (left > maxLength || right > maxLength - left) raise(origin, NkDtErrWertebereich);
-    return static_cast<INT>(left + right);
+    return checkedLength(left + right, origin);
 }
 
 inline INT combinedLength(INT nLeft, INT nRight, const Origin& origin) {

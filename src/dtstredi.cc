@@ -84,7 +84,7 @@ INT NkDtString::GetPos(const NkDtString& strPart, INT nMode) {
 BOOL NkDtString::Change(const NkDtString& strOld, const NkDtString& strNew, INT nMode) {
     if (GetLength() == 0 || strOld.GetLength() == 0 || strNew.IsMissing()) return FALSE;
     if (strNew.GetLength() == 0) return DeleteParts(strOld, nMode);
-    if (std::strcmp(strOld.Text().Text(), strNew.Text().Text()) == 0) return TRUE;
+    if (strOld.Text().Equals(strNew.Text())) return TRUE;
     if (&strOld == this) return Change(NkDtString(strOld), strNew, nMode);
     if (&strNew == this) return Change(strOld, NkDtString(strNew), nMode);
 
@@ -104,9 +104,9 @@ BOOL NkDtString::Change(const NkDtString& strOld, const NkDtString& strNew, INT 
         positions[0] = nMode;
     }
     if (IsMissing()) raise(originInsert, NkDtErrUndefiniert);
-    const std::string_view replacement = strNew.Text().WholeText();
-    combinedLength(static_cast<std::size_t>(GetLength()) - nHits * nOld, nHits * replacement.size(),
-                   originInsert);
+    const TextPiece replacement = strNew.Text().Whole();
+    combinedLength(static_cast<std::size_t>(GetLength()) - nHits * nOld,
+                   nHits * replacement.characters.size(), originInsert);
     Text().Replace(positions.data(), std::min(nHits, positions.size()), nHits, nOld, replacement, search);
     SetDefined(TRUE);
     SetModified(TRUE);
@@ -119,9 +119,8 @@ void NkDtString::Copy(const NkDtString& str, INT nPos) {
     static constexpr Origin origin = originOf("Copy(NkDtString&,INT)");
     requireNotMissing(*this, str, origin);
     requirePosition(*this, nPos, origin);
-    const INT nCount = str.GetLength();
-    MakeRoom(combinedLength(nPos, nCount, origin));
-    Text().Write(nPos, str.Text().Text(), nCount);
+    MakeRoom(combinedLength(nPos, str.GetLength(), origin));
+    Text().Write(nPos, str.Text().Whole());
     SetModified(TRUE);
     SetDefined(TRUE);
 }
@@ -134,7 +133,7 @@ void NkDtString::CopyParts(const NkDtString& str, INT nPos) {
     const INT nEnd = combinedLength(nPos, nCount, origin);
     if (nCount == 0) return;
     MakeRoom(nEnd);
-    Text().Overwrite(nPos, str.Text().Text(), nCount);
+    Text().Overwrite(nPos, str.Text().Whole());
     if (nEnd > GetLength()) {
         Text().SetLength(nEnd);
         SetDefined(TRUE);
@@ -150,10 +149,10 @@ void NkDtString::Insert(const NkDtString& str, INT nPos) {
     MakeRoom(combinedLength(GetLength(), nCount, originInsert));
     Text().OpenGap(nPos, nCount);
     if (&str != this) {
-        Text().Overwrite(nPos, str.Text().Text(), nCount);
+        Text().Overwrite(nPos, str.Text().Whole());
     } else {  // the text to insert has been parted by the gap
-        Text().Overwrite(nPos, Text().Text(), nPos);
-        Text().Overwrite(2 * nPos, Text().Text() + nPos + nCount, nCount - nPos);
+        Text().Overwrite(nPos, Text().Part(0, nPos));
+        Text().Overwrite(2 * nPos, Text().Part(nPos + nCount, nCount - nPos));
     }
     SetDefined(TRUE);
     SetModified(TRUE);
@@ -168,7 +167,7 @@ void NkDtString::FillUp(TCHAR ch, INT nLen, INT nMode) {
     const INT nFill = nLen - nOld;
     const INT nPos = nMode == NkDtStrLeft ? 0 : nOld;
     Text().OpenGap(nPos, nFill);
-    NkDtMemSetTCHAR(Text().Buffer() + nPos, ch, static_cast<UINT>(nFill));
+    Text().Fill(nPos, ch, nFill);
     SetDefined(TRUE);
     SetModified(TRUE);
 }
@@ -198,19 +197,19 @@ void NkDtString::Split(NkDtString& strLeft, NkDtString& strRight, INT nLen) cons
     const INT nLeft = strLeft.GetAllocLength() < nLength ? std::min(nLen, nLength) : nLen;
     requireLength(nLeft, origin);
     const INT nRight = std::max(nLength - nLen, 0);
-    strLeft.TakePart(Text().Text(), nLength - nRight, nLeft);
+    strLeft.TakePart(Text().Part(0, nLength - nRight), nLeft);
     if (nRight > 0) {
-        strRight.TakePart(Text().Text() + nLen, nRight, nRight);
+        strRight.TakePart(Text().Part(nLen, nRight), nRight);
     } else {
         strRight.Clear();
     }
 }
 
-void NkDtString::TakePart(LPCTSTR pch, INT nCount, INT nLength) {
+void NkDtString::TakePart(const TextPiece& part, INT nLength) {
     MakeRoom(nLength);
-    Text().Write(0, pch, nCount);
-    if (nLength > nCount) {
-        NkDtMemSetTCHAR(Text().Buffer() + nCount, '\0', static_cast<UINT>(nLength - nCount));
+    Text().Write(0, part);
+    if (nLength > part.Length()) {
+        Text().Fill(part.Length(), '\0', nLength - part.Length());
         Text().SetLength(nLength);
     }
     ValueAccess::state(*this).defined = TRUE;  // without raising the modified flag
@@ -228,7 +227,7 @@ void NkDtString::Trim(INT nMode) {
     const std::size_t begin = nMode == NkDtStrRight ? 0 : first;
     const std::size_t end = nMode == NkDtStrLeft ? text.size() : text.find_last_not_of(' ') + 1;
     if (end - begin == text.size()) return;
-    Text().Write(0, text.data() + begin, static_cast<INT>(end - begin));
+    Text().Write(0, Text().Part(static_cast<INT>(begin), static_cast<INT>(end - begin)));
     SetModified(TRUE);
 }
 

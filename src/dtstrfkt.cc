@@ -114,7 +114,7 @@ void NkDtString::SetFromExtern(const NkDtString* pExternData, BOOL fDefiniert, U
 
 void NkDtString::SetFromRecordSet(CRecordset& rs, const CString& rField) {
     setFromRecordSet(*this, rs, rField, [this](const CString& field) {
-        if (std::strcmp(field, Text().Text()) != 0) TakeText(field, field.GetLength());
+        if (std::strcmp(field, Text().Text()) != 0) TakeField(field);
     });
 }
 
@@ -155,8 +155,8 @@ void NkDtString::SetFromSQL(LPCTSTR pszText, INT nLen, UINT uCodePage) {
         NkDtString_Imp column(pszText, nLen, NkDtStrLenAuto);
         if (const auto page = directionsOf(uCodePage, PageOrder::oemBefore437)) convert(column, page->toAnsi);
         Text().ReserveBesides(nLen);
-        const bool changed = std::strcmp(column.Text(), Text().Text()) != 0;
-        Text().Write(0, column.Text(), nLen);
+        const bool changed = !column.Equals(Text());
+        Text().Write(0, column.Whole());
         if (changed) SetModified(TRUE);
         ValueAccess::state(*this).defined = TRUE;
     });
@@ -192,7 +192,7 @@ void NkDtString::ConvertCodePage(NkDtCodepageWandlung eWandlung) {
     if (!IsDefined()) return;
     NkDtString_Imp converted(Text());
     convert(converted, eWandlung);
-    if (std::strcmp(converted.Text(), Text().Text()) == 0) return;
-    Text().Write(0, converted.Text(), converted.Length());
+    if (converted.Equals(Text())) return;
+    Text().Write(0, converted.Whole());
     SetModified(TRUE);
 }

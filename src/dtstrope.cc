@@ -7,6 +7,7 @@
 #include "NarrowText.h"
 #include "Raise.h"
 #include "RecordMemory.h"
+#include "TextLength.h"
 #include "ValueAccess.h"
 #include "nkdt/NkDtChar.h"
 #include "nkdt/NkDtString.h"
@@ -20,12 +21,13 @@ constexpr Origin originOf(const char* operation) {
     return {".\\dtstrope.cc", "NkDtString", operation};
 }
 
-constexpr auto maxLength = static_cast<std::size_t>(NkDtString_Imp::maxLength);
+TextPiece pieceOf(LPCTSTR psz) noexcept {
+    return {psz};
+}
 
-/// The length of the two texts together; error 8 when a text cannot be that long.
-INT combinedLength(std::size_t left, std::size_t right, const Origin& origin) {
-    if (left > maxLength || right > maxLength - left) raise(origin, NkDtErrWertebereich);
-    return static_cast<INT>(left + right);
+/// A view of @p ch.
+TextPiece pieceOf(const TCHAR& ch) noexcept {
+    return {{&ch, 1}, ch == '\0'};
 }
 
 }  // namespace
@@ -42,8 +44,8 @@ NkDtString& NkDtString::operator=(const NkDtString& r) {
     }
     const NkDtString_Imp& source = r.Text();
     if (!IsDefined() || GetAllocLength() < source.Length()) Resize(source.Length());
-    if (std::strcmp(Text().Text(), source.Text()) != 0) {
-        Text().Write(0, source.Text(), source.Length());
+    if (!Text().Equals(source)) {
+        Text().Write(0, source.Whole());
         SetModified(TRUE);
     }
     SetDefined(TRUE);
@@ -53,14 +55,14 @@ NkDtString& NkDtString::operator=(const NkDtString& r) {
 NkDtString& NkDtString::operator=(LPCTSTR psz) {
     static constexpr Origin origin = originOf("operator=(LPCTSTR)");
     requireText(psz, origin);
-    TakeWhole(psz, combinedLength(std::strlen(psz), 0, origin));
+    TakeWhole(psz, checkedLength(std::strlen(psz), origin));
     return *this;
 }
 
 NkDtString& NkDtString::operator=(const CString& r) {
     static constexpr Origin origin = originOf("operator=(CString&)");
     const std::size_t nLength = std::strlen(r);
-    if (nLength > maxLength) raise(origin, NkDtErrInitiallaenge);
+    if (nLength > static_cast<std::size_t>(NkDtString_Imp::maxLength)) raise(origin, NkDtErrInitiallaenge);
     TakeWhole(r, static_cast<INT>(nLength));
     return *this;
 }
@@ -68,14 +70,14 @@ NkDtString& NkDtString::operator=(const CString& r) {
 NkDtString& NkDtString::operator=(const OLECHAR* pwsz) {
     static constexpr Origin origin = originOf("operator=(BSTR)");
     const CString text = narrowText(pwsz, origin);
-    TakeWhole(text, combinedLength(static_cast<std::size_t>(text.GetLength()), 0, origin));
+    TakeWhole(text, checkedLength(static_cast<std::size_t>(text.GetLength()), origin));
     return *this;
 }
 
 NkDtString& NkDtString::operator=(TCHAR ch) {
     if (GetLength() != 1 || *Text().Text() != ch) SetModified(TRUE);
     Text().Reserve(1);
-    Text().Write(0, &ch, 1);
+    Text().Write(0, pieceOf(ch));
     SetDefined(TRUE);
     return *this;
 }
@@ -100,19 +102,21 @@ void NkDtString::Resize(INT nAlloc) {
 void NkDtString::TakeWhole(LPCTSTR psz, INT nLength) {
     // A source inside this text needs its buffer, which has the room.
     if (GetAllocLength() < nLength || (!IsDefined() && !Text().Holds(psz))) Resize(nLength);
-    if (std::strcmp(Text().Text(), psz) != 0) {
+    const TextPiece source{{psz, static_cast<std::size_t>(nLength)}};
+    if (Text().VisibleText() != source.characters) {
         SetModified(TRUE);
-        Text().Write(0, psz, nLength);
+        Text().Write(0, source);
     } else {
         Text().SetLength(nLength);
     }
     SetDefined(TRUE);
 }
 
-void NkDtString::TakeText(LPCTSTR psz, INT nLength) {
+void NkDtString::TakeField(const CString& rField) {
     SetModified(TRUE);
-    Text().Reserve(nLength);
-    Text().Write(0, psz, nLength);
+    Text().Reserve(rField.GetLength());
+    const std::string_view field(rField.GetString(), static_cast<std::size_t>(rField.GetLength()));
+    Text().Write(0, {field, std::strlen(rField) != field.size()});
 }
 
 // Access
@@ -140,7 +144,7 @@ NkDtString::operator BSTR() const {
 NkDtString& NkDtString::operator+=(const NkDtString& r) {
     static constexpr Origin origin = originOf("operator+=(NkDtString&)");
     if (!IsDefined() && !r.IsDefined()) return *this;
-    AppendText(r.Text().Text(), static_cast<std::size_t>(r.GetLength()), origin);
+    Append(r.Text().Whole(), origin);
     // An empty text beside an undefined one makes it defined without raising the modified flag.
     ValueAccess::state(*this).defined = TRUE;
     return *this;
@@ -148,22 +152,22 @@ NkDtString& NkDtString::operator+=(const NkDtString& r) {
 
 NkDtString& NkDtString::operator+=(const CString& r) {
     static constexpr Origin origin = originOf("operator+=(CString&)");
-    AppendText(r, std::strlen(r), origin);
+    Append(pieceOf(r), origin);
     return *this;
 }
 
 NkDtString& NkDtString::operator+=(LPCTSTR psz) {
     static constexpr Origin origin = originOf("operator+=(LPCTSTR)");
     requireText(psz, origin);
-    AppendText(psz, std::strlen(psz), origin);
+    Append(pieceOf(psz), origin);
     return *this;
 }
 
 NkDtString& NkDtString::operator+=(TCHAR ch) {
     static constexpr Origin origin = originOf("operator+=(TCHAR)");
-    const INT nLength = combinedLength(static_cast<std::size_t>(GetLength()), 1, origin);
+    const INT nLength = combinedLength(GetLength(), 1, origin);
     if (GetAllocLength() < nLength) Resize(nLength);
-    Text().Write(nLength - 1, &ch, 1);
+    Text().Write(nLength - 1, pieceOf(ch));
     SetDefined(TRUE);
     SetModified(TRUE);
     return *this;
@@ -173,28 +177,41 @@ NkDtString& NkDtString::operator+=(const NkDtChar& r) {
     return r.IsDefined() ? *this += static_cast<TCHAR>(r) : *this;
 }
 
-void NkDtString::AppendText(LPCTSTR psz, std::size_t nLength, const Origin& origin) {
-    if (nLength == 0) return;
+void NkDtString::Append(const TextPiece& piece, const Origin& origin) {
+    if (piece.characters.empty()) return;
     wrapped(origin, [&] {
-        const INT nOld = GetLength();
-        const INT nNew = combinedLength(static_cast<std::size_t>(nOld), nLength, origin);
-        // A source inside this text moves with the buffer.
-        const bool fInside = Text().Holds(psz);
-        const std::ptrdiff_t nOffset = fInside ? psz - Text().Text() : 0;
-        if (!IsDefined() || GetAllocLength() < nNew) Resize(nNew);
-        Text().Write(nOld, fInside ? Text().Text() + nOffset : psz, static_cast<INT>(nLength));
+        NkDtString_Imp& text = Text();
+        const INT nOld = text.Length();
+        const INT nNew = combinedLength(static_cast<std::size_t>(nOld), piece.characters.size(), origin);
+        if (IsDefined() && nNew <= text.AllocLength()) [[likely]] {
+            text.Write(nOld, piece);
+        } else {
+            GrowAndAppend(piece, nNew);
+        }
         SetModified(TRUE);
         SetDefined(TRUE);
     });
 }
 
+void NkDtString::GrowAndAppend(const TextPiece& piece, INT nLength) {
+    NkDtString_Imp& text = Text();
+    const INT nOld = text.Length();
+    // A source inside this text moves with the buffer.
+    LPCTSTR const psz = piece.characters.data();
+    const bool fInside = text.Holds(psz);
+    const std::ptrdiff_t nOffset = fInside ? psz - text.Text() : 0;
+    Resize(nLength);
+    LPCTSTR const source = fInside ? text.Text() + nOffset : psz;
+    text.Write(nOld, {{source, piece.characters.size()}, piece.mayHoldNul});
+}
+
 // Concatenation
 
-NkDtString NkDtString::Joined(std::string_view left, std::string_view right, const Origin& origin) {
-    const INT nLength = combinedLength(left.size(), right.size(), origin);
+NkDtString NkDtString::Joined(const TextPiece& left, const TextPiece& right, const Origin& origin) {
+    const INT nLength = combinedLength(left.characters.size(), right.characters.size(), origin);
     NkDtString result("", 0, nLength);
-    result.Text().Write(0, left.data(), static_cast<INT>(left.size()));
-    result.Text().Write(static_cast<INT>(left.size()), right.data(), static_cast<INT>(right.size()));
+    result.Text().Write(0, left);
+    result.Text().Write(left.Length(), right);
     return result;
 }
 
@@ -202,51 +219,42 @@ NkDtString NkDtString::Concatenate(const NkDtString& a, const NkDtString& b) {
     static constexpr Origin origin = originOf("operator+(NkDtString&)");
     if (!a.IsDefined()) return b;
     if (!b.IsDefined()) return a;
-    return Joined(a.Text().WholeText(), b.Text().WholeText(), origin);
+    return Joined(a.Text().Whole(), b.Text().Whole(), origin);
 }
 
 NkDtString NkDtString::Concatenate(const NkDtString& a, const CString& b) {
     static constexpr Origin origin = originOf("operator+(CString&)");
     if (!a.IsDefined()) return NkDtString(b);
-    return Joined(a.Text().WholeText(), b.GetString(), origin);
+    return Joined(a.Text().Whole(), pieceOf(b.GetString()), origin);
 }
 
 NkDtString NkDtString::Concatenate(const NkDtString& a, LPCTSTR b) {
     static constexpr Origin origin = originOf("operator+(LPCTSTR)");
     requireText(b, origin);
     if (!a.IsDefined()) return NkDtString(b);
-    return Joined(a.Text().WholeText(), b, origin);
+    return Joined(a.Text().Whole(), pieceOf(b), origin);
 }
 
 NkDtString NkDtString::Concatenate(const NkDtString& a, TCHAR b) {
     static constexpr Origin origin = originOf("operator+(TCHAR)");
     if (!a.IsDefined()) return NkDtString(b);
-    return Joined(a.Text().WholeText(), std::string_view(&b, 1), origin);
+    return Joined(a.Text().Whole(), pieceOf(b), origin);
 }
 
 NkDtString NkDtString::Concatenate(LPCTSTR a, const NkDtString& b) {
     static constexpr Origin origin = originOf("operator+(LPCTSTR,NkDtString&)");
     requireText(a, origin);
     if (!b.IsDefined()) return NkDtString(a);
-    return Joined(a, b.Text().WholeText(), origin);
+    return Joined(pieceOf(a), b.Text().Whole(), origin);
 }
 
 NkDtString NkDtString::Concatenate(TCHAR a, const NkDtString& b) {
     static constexpr Origin origin = originOf("operator+(TCHAR,NkDtString&)");
     if (!b.IsDefined()) return NkDtString(a);
-    return Joined(std::string_view(&a, 1), b.Text().WholeText(), origin);
+    return Joined(pieceOf(a), b.Text().Whole(), origin);
 }
 
-// Concatenation with characters
-
-namespace {
-
-/// The character as an operand: a NUL counts as one here. A view of @p ch.
-std::string_view asOperand(const TCHAR& ch) noexcept {
-    return {&ch, 1};
-}
-
-}  // namespace
+// Concatenation with characters: a NUL counts as one here
 
 NkDtString NkDtChar::Concatenate(const NkDtChar& a, const NkDtChar& b) {
     static constexpr Origin origin = originOf("operator+(NkDtChar&,NkDtChar&)");
@@ -254,7 +262,7 @@ NkDtString NkDtChar::Concatenate(const NkDtChar& a, const NkDtChar& b) {
     if (!b.IsDefined()) return NkDtString(a);
     const TCHAR left = a.Stored();
     const TCHAR right = b.Stored();
-    return NkDtString::Joined(asOperand(left), asOperand(right), origin);
+    return NkDtString::Joined(pieceOf(left), pieceOf(right), origin);
 }
 
 NkDtString NkDtChar::Concatenate(const NkDtString& a, const NkDtChar& b) {
@@ -271,14 +279,14 @@ NkDtString NkDtChar::Concatenate(const NkDtChar& a, TCHAR b) {
     static constexpr Origin origin = originOf("operator+(NkDtChar&,TCHAR)");
     if (!a.IsDefined()) return NkDtString(b);
     const TCHAR left = a.Stored();
-    return NkDtString::Joined(asOperand(left), asOperand(b), origin);
+    return NkDtString::Joined(pieceOf(left), pieceOf(b), origin);
 }
 
 NkDtString NkDtChar::Concatenate(TCHAR a, const NkDtChar& b) {
     static constexpr Origin origin = originOf("operator+(TCHAR,NkDtChar&)");
     if (!b.IsDefined()) return NkDtString(a);
     const TCHAR right = b.Stored();
-    return NkDtString::Joined(asOperand(a), asOperand(right), origin);
+    return NkDtString::Joined(pieceOf(a), pieceOf(right), origin);
 }
 
 NkDtString NkDtChar::Concatenate(const NkDtChar& a, LPCTSTR b) {
@@ -286,7 +294,7 @@ NkDtString NkDtChar::Concatenate(const NkDtChar& a, LPCTSTR b) {
     requireText(b, origin);
     if (!a.IsDefined()) return NkDtString(b);
     const TCHAR left = a.Stored();
-    return NkDtString::Joined(asOperand(left), b, origin);
+    return NkDtString::Joined(pieceOf(left), pieceOf(b), origin);
 }
 
 NkDtString NkDtChar::Concatenate(LPCTSTR a, const NkDtChar& b) {
@@ -294,7 +302,7 @@ NkDtString NkDtChar::Concatenate(LPCTSTR a, const NkDtChar& b) {
     requireText(a, origin);
     if (!b.IsDefined()) return NkDtString(a);
     const TCHAR right = b.Stored();
-    return NkDtString::Joined(a, asOperand(right), origin);
+    return NkDtString::Joined(pieceOf(a), pieceOf(right), origin);
 }
 
 // Comparison
@@ -329,7 +337,7 @@ NkDtString::PlainText::PlainText(const NkDtChar& r) : PlainText(static_cast<TCHA
 
 bool NkDtString::Equal(const NkDtString& a, const NkDtString& b, Comparison comparison) {
     requireComparable(a, b, comparisons[static_cast<unsigned char>(comparison)]);
-    return std::strcmp(a.Text().Text(), b.Text().Text()) == 0;
+    return a.Text().Equals(b.Text());
 }
 
 bool NkDtString::Equal(const NkDtString& a, const PlainText& b, Comparison comparison) {

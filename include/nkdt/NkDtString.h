@@ -36,6 +36,7 @@ class NkDtString_Imp;
 namespace nkdt {
 
 struct Origin;
+struct TextPiece;
 template <class Imp>
 struct NewRecords;
 extern template class NKDT_API Record<NkDtString_Imp>;
@@ -425,15 +426,17 @@ class NKDT_API NkDtString : public NkDtBasis {
 
     NkDtString_Imp& Text() { return *m_imp; }
     const NkDtString_Imp& Text() const { return *m_imp; }
-    void TakeText(LPCTSTR psz, INT nLength);
+    void TakeField(const CString& rField);
     void TakeWhole(LPCTSTR psz, INT nLength);
-    void TakePart(LPCTSTR pch, INT nCount, INT nLength);
+    void TakePart(const nkdt::TextPiece& part, INT nLength);
     void Resize(INT nAlloc);
     void MakeRoom(INT nAlloc) {
         if (GetAllocLength() < nAlloc) Resize(nAlloc);
     }
-    void AppendText(LPCTSTR psz, std::size_t nLength, const nkdt::Origin& origin);
-    static NkDtString Joined(std::string_view left, std::string_view right, const nkdt::Origin& origin);
+    void Append(const nkdt::TextPiece& piece, const nkdt::Origin& origin);
+    void GrowAndAppend(const nkdt::TextPiece& piece, INT nLength);
+    static NkDtString Joined(const nkdt::TextPiece& left, const nkdt::TextPiece& right,
+                             const nkdt::Origin& origin);
     static NkDtString Quoted(std::string_view text);
     static bool Equal(const NkDtString& a, const NkDtString& b, Comparison comparison);
     static bool Equal(const NkDtString& a, const PlainText& b, Comparison comparison);

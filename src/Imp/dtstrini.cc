@@ -56,7 +56,7 @@ NkDtString_Imp::NkDtString_Imp(LPCTSTR pszText, INT nLen, INT nAlloc) {
     if (nAlloc == tooLong) raise(originFromText, NkDtErrInitiallaenge);
     const INT room = nAlloc < 1 || nAlloc < length ? length : nAlloc;
     const INT copied = *pszText == '\0' ? 0 : length;  // an empty text with a length is filled with NUL
-    wrapped(originFromText, [&] { Fill(pszText, copied, length, room); });
+    wrapped(originFromText, [&] { Build(pszText, copied, length, room); });
 }
 
 NkDtString_Imp::NkDtString_Imp(TCHAR ch) {
@@ -65,7 +65,7 @@ NkDtString_Imp::NkDtString_Imp(TCHAR ch) {
 }
 
 NkDtString_Imp::NkDtString_Imp(bool fNegative, ULONGLONG ulMagnitude, INT nAlloc) {
-    Fill("", 0, 0, nAlloc);
+    Build("", 0, 0, nAlloc);
     LPTSTR out = m_pText;
     if (fNegative) *out++ = '-';
     out = std::to_chars(out, m_pText + m_nAlloc, ulMagnitude).ptr;
@@ -80,6 +80,7 @@ NkDtString_Imp::NkDtString_Imp(const NkDtString_Imp& r) {
     std::memcpy(buffer, r.m_pText, bufferSize(r.m_nLength));
     m_pText = buffer;
     m_nLength = m_nAlloc = r.m_nLength;
+    m_fMayHoldNul = r.m_fMayHoldNul;
 }
 
 void NkDtString_Imp::StrAlloc(LPCTSTR pszText, INT nAlloc) {
@@ -87,10 +88,11 @@ void NkDtString_Imp::StrAlloc(LPCTSTR pszText, INT nAlloc) {
 }
 
 void NkDtString_Imp::StrAlloc(LPCTSTR pszText, INT nLen, INT nAlloc) {
-    Fill(pszText, lengthUpTo(pszText, nLen), nLen, nAlloc);
+    Build(pszText, lengthUpTo(pszText, nLen), nLen, nAlloc);
 }
 
-void NkDtString_Imp::Fill(LPCTSTR pszText, INT nCopied, INT nLen, INT nAlloc) {
+void NkDtString_Imp::Build(LPCTSTR pszText, INT nCopied, INT nLen, INT nAlloc) {
+    m_fMayHoldNul = nCopied < nLen;
     if (nAlloc == 0) {
         FreeBuffer();
         m_nLength = 0;
@@ -134,17 +136,12 @@ void NkDtString_Imp::StrReset() noexcept {
     FreeBuffer();
     m_nLength = 0;
     m_nLastFound = notFound;
+    m_fMayHoldNul = false;
 }
 
-void NkDtString_Imp::Write(INT nPos, LPCTSTR pch, INT nCount) noexcept {
-    m_nLength = nPos + nCount;
-    if (m_nAlloc == 0) return;  // the shared empty text stays as it is
-    std::memmove(m_pText + nPos, pch, static_cast<std::size_t>(nCount));
-    m_pText[m_nLength] = '\0';
-}
-
-void NkDtString_Imp::Overwrite(INT nPos, LPCTSTR pch, INT nCount) noexcept {
-    std::memmove(m_pText + nPos, pch, static_cast<std::size_t>(nCount));
+void NkDtString_Imp::Fill(INT nPos, TCHAR ch, INT nCount) noexcept {
+    std::memset(m_pText + nPos, static_cast<unsigned char>(ch), static_cast<std::size_t>(nCount));
+    m_fMayHoldNul = m_fMayHoldNul || ch == '\0';
 }
 
 void NkDtString_Imp::OpenGap(INT nPos, INT nCount) noexcept {
@@ -188,9 +185,10 @@ bool NkDtString_Imp::RemoveAll(const TextSearch& search) noexcept {
 }
 
 void NkDtString_Imp::Replace(const INT* pnHits, std::size_t nHitsKnown, std::size_t nHits, std::size_t nOld,
-                             std::string_view strNew, const TextSearch& search) {
+                             const TextPiece& strNew, const TextSearch& search) {
+    const std::string_view inserted = strNew.characters;
     const auto oldLength = static_cast<std::size_t>(m_nLength);
-    const std::size_t newLength = oldLength - nHits * nOld + nHits * strNew.size();
+    const std::size_t newLength = oldLength - nHits * nOld + nHits * inserted.size();
     const auto nNewLength = static_cast<INT>(newLength);
 
     // The pieces are copied from left to right, so a source in the same buffer must lie ahead of its target.
@@ -202,7 +200,7 @@ void NkDtString_Imp::Replace(const INT* pnHits, std::size_t nHitsKnown, std::siz
         source += newLength - oldLength;
         std::memmove(source, m_pText, oldLength);
     }
-    const auto visible = std::string_view(source, oldLength).substr(0, ::strnlen(source, oldLength));
+    const std::string_view visible(source, m_fMayHoldNul ? ::strnlen(source, oldLength) : oldLength);
     std::size_t done = 0;
     LPTSTR out = target;
     const auto copyUpTo = [&](std::size_t position) {
@@ -213,8 +211,8 @@ void NkDtString_Imp::Replace(const INT* pnHits, std::size_t nHitsKnown, std::siz
         const std::size_t hit =
             i < nHitsKnown ? static_cast<std::size_t>(pnHits[i]) : search.find(visible, done);
         copyUpTo(hit);
-        std::memcpy(out, strNew.data(), strNew.size());
-        out += strNew.size();
+        std::memcpy(out, inserted.data(), inserted.size());
+        out += inserted.size();
         done = hit + nOld;
     }
     copyUpTo(oldLength);
@@ -225,6 +223,7 @@ void NkDtString_Imp::Replace(const INT* pnHits, std::size_t nHitsKnown, std::siz
         m_nAlloc = nNewLength;
     }
     m_nLength = nNewLength;
+    m_fMayHoldNul = m_fMayHoldNul || strNew.mayHoldNul;
 }
 
 void NkDtString_Imp::FreeBuffer() noexcept {

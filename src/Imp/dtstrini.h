@@ -4,14 +4,25 @@
 /// The value record of a text: its buffer and the rules of its growth.
 
 #include <cstddef>
+#include <cstring>
 #include <functional>
 #include <string_view>
 
 #include "nkfw/Types.h"
 
 namespace nkdt {
+
 class TextSearch;
-}
+
+/// Characters on their way into a text.
+struct TextPiece {
+    std::string_view characters;
+    bool mayHoldNul = false;
+
+    INT Length() const noexcept { return static_cast<INT>(characters.size()); }
+};
+
+}  // namespace nkdt
 
 /// A zero-terminated text with a length, an allocated length and the position of the last search's hit. The
 /// buffer is owned when the allocated length is not 0; else it is the shared empty text, which is never
@@ -45,7 +56,17 @@ class NkDtString_Imp {
     /// The text with its length, NUL characters inside it included.
     std::string_view WholeText() const noexcept { return {m_pText, static_cast<std::size_t>(m_nLength)}; }
     /// The text up to its first NUL, as every conversion that leaves the class sees it.
-    std::string_view VisibleText() const noexcept { return std::string_view(m_pText); }
+    std::string_view VisibleText() const noexcept {
+        return m_fMayHoldNul ? std::string_view(m_pText) : WholeText();
+    }
+    /// The text with its length, to be put into a text.
+    nkdt::TextPiece Whole() const noexcept { return {WholeText(), m_fMayHoldNul}; }
+    /// @p nCount characters from @p nPos on.
+    nkdt::TextPiece Part(INT nPos, INT nCount) const noexcept {
+        return {{m_pText + nPos, static_cast<std::size_t>(nCount)}, m_fMayHoldNul};
+    }
+    /// TRUE if the visible texts are equal.
+    bool Equals(const NkDtString_Imp& r) const noexcept { return VisibleText() == r.VisibleText(); }
     /// TRUE if @p psz points into this text, its end included.
     bool Holds(LPCTSTR psz) const noexcept {
         return std::less_equal<>()(LPCTSTR{m_pText}, psz) &&
@@ -67,12 +88,24 @@ class NkDtString_Imp {
     void ReserveBesides(INT nAlloc);
     /// The shared empty text, no hit.
     void StrReset() noexcept;
-    /// Writes @p nCount characters of @p pch, which may lie in this buffer, at @p nPos, ends the text behind
-    /// them and makes that the length. There is room.
-    void Write(INT nPos, LPCTSTR pch, INT nCount) noexcept;
-    /// Writes @p nCount characters of @p pch, which may lie in this buffer, over those at @p nPos; the length
-    /// stays. There is room.
-    void Overwrite(INT nPos, LPCTSTR pch, INT nCount) noexcept;
+    /// Writes the piece, which may lie in this buffer, at @p nPos, ends the text behind it and makes that the
+    /// length. There is room.
+    void Write(INT nPos, const nkdt::TextPiece& piece) noexcept {
+        const INT nCount = piece.Length();
+        m_nLength = nPos + nCount;
+        m_fMayHoldNul = piece.mayHoldNul || (m_fMayHoldNul && nPos != 0);
+        if (m_nAlloc == 0) return;  // the shared empty text stays as it is
+        std::memmove(m_pText + nPos, piece.characters.data(), piece.characters.size());
+        m_pText[m_nLength] = '\0';
+    }
+    /// Writes the piece, which may lie in this buffer, over what stands at @p nPos; the length stays. There
+    /// is room.
+    void Overwrite(INT nPos, const nkdt::TextPiece& piece) noexcept {
+        std::memmove(m_pText + nPos, piece.characters.data(), piece.characters.size());
+        m_fMayHoldNul = m_fMayHoldNul || piece.mayHoldNul;
+    }
+    /// The same with @p nCount times @p ch.
+    void Fill(INT nPos, TCHAR ch, INT nCount) noexcept;
     /// Moves what stands from @p nPos on @p nCount characters to the right and makes the text longer by as
     /// many. There is room; the gap keeps what stood there.
     void OpenGap(INT nPos, INT nCount) noexcept;
@@ -85,7 +118,7 @@ class NkDtString_Imp {
     /// @param pnHits positions of the stretches from the left on, at most @p nHitsKnown of them; @p search
     /// finds the others
     void Replace(const INT* pnHits, std::size_t nHitsKnown, std::size_t nHits, std::size_t nOld,
-                 std::string_view strNew, const nkdt::TextSearch& search);
+                 const nkdt::TextPiece& strNew, const nkdt::TextSearch& search);
     /// Makes @p nLength the length of what stands in the buffer, and ends the text there.
     void SetLength(INT nLength) noexcept {
         m_nLength = nLength;
@@ -95,12 +128,12 @@ class NkDtString_Imp {
     /// Where the last search found its part, or notFound.
     INT LastFound() const noexcept { return m_nLastFound; }
     void SetLastFound(INT nPos) noexcept { m_nLastFound = nPos; }
-    /// The buffer, for a conversion that keeps the length.
+    /// The buffer, for a conversion that keeps the length and makes no NUL.
     LPTSTR Buffer() noexcept { return m_pText; }
 
   private:
-    /// @p nCopied characters, then NUL up to @p nLen, with room for @p nAlloc.
-    void Fill(LPCTSTR pszText, INT nCopied, INT nLen, INT nAlloc);
+    /// @p nCopied characters, none of them NUL, then NUL up to @p nLen, with room for @p nAlloc.
+    void Build(LPCTSTR pszText, INT nCopied, INT nLen, INT nAlloc);
     void FreeBuffer() noexcept;
     [[noreturn]] void Exhausted(std::size_t nBytes);
 
@@ -110,4 +143,5 @@ class NkDtString_Imp {
     INT m_nLength = 0;
     INT m_nAlloc = 0;
     INT m_nLastFound = notFound;
+    bool m_fMayHoldNul = false;
 };

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "MemoryTesting.h"
+#include "TextSearch.h"
 #include "ValueTesting.h"
 
 namespace {
@@ -153,16 +154,16 @@ TEST(StrReset, ReturnsToTheSharedEmptyText) {
 TEST(TextRecord, NeverWritesToTheSharedEmptyText) {
     NkDtString_Imp record;
     record.SetLength(0);
-    record.Write(0, "abc", 0);
+    record.Write(0, {});
     EXPECT_EQ(shapeOf(record), "'' 0/0");
     EXPECT_EQ(*NkDtString_Imp().Text(), '\0');
 }
 
 TEST(TextRecord, WritesAPartOfItself) {
     NkDtString_Imp record("abcdef", NkDtStrLenAuto, NkDtStrLenAuto);
-    record.Write(0, record.Text() + 2, 3);
+    record.Write(0, record.Part(2, 3));
     EXPECT_EQ(shapeOf(record), "'cde' 3/6");
-    record.Write(1, record.Text(), 2);
+    record.Write(1, record.Part(0, 2));
     EXPECT_EQ(shapeOf(record), "'ccd' 3/6");
 }
 
@@ -176,9 +177,49 @@ TEST(TextRecord, KnowsWhatPointsIntoItsText) {
 
 TEST(TextRecord, SeesItsTextWithItsLengthAndUpToTheFirstNul) {
     NkDtString_Imp record("abc", 3, 3);
-    record.SetAt(1, '\0');
+    record.Fill(1, '\0', 1);
     EXPECT_EQ(record.WholeText(), std::string_view("a\0c", 3));
     EXPECT_EQ(record.VisibleText(), "a");
+}
+
+TEST(TextRecord, KnowsOfANulWhereverItComesFrom) {
+    constexpr std::string_view withNul("x\0y", 3);
+    const nkdt::TextPiece piece{withNul, true};
+    const auto expectNulAt = [](const NkDtString_Imp& record, std::size_t position) {
+        EXPECT_LT(record.VisibleText().size(), record.WholeText().size());
+        EXPECT_EQ(record.VisibleText().size(), position);
+    };
+    NkDtString_Imp built("", 3, 3);
+    expectNulAt(built, 0);
+    expectNulAt(NkDtString_Imp(built), 0);
+
+    NkDtString_Imp written("abc", 3, 10);
+    written.Write(3, piece);
+    expectNulAt(written, 4);
+    written.Write(6, {"z"});
+    expectNulAt(written, 4);
+    expectNulAt(NkDtString_Imp(written), 4);
+    written.StrRealloc(20);
+    expectNulAt(written, 4);
+    written.Overwrite(0, written.Part(3, 3));
+    expectNulAt(written, 1);
+    written.Write(0, {"abc"});  // the whole text
+    EXPECT_EQ(written.VisibleText(), "abc");
+
+    NkDtString_Imp overwritten("abc", 3, 10);
+    overwritten.Overwrite(0, piece);
+    expectNulAt(overwritten, 1);
+    overwritten.CloseGap(0, 1);
+    expectNulAt(overwritten, 0);
+    overwritten.OpenGap(0, 2);
+    overwritten.Overwrite(0, {"ab"});
+    expectNulAt(overwritten, 2);
+
+    NkDtString_Imp replaced("a.b", 3, 3);
+    const INT hit = 1;
+    replaced.Replace(&hit, 1, 1, 1, piece, nkdt::TextSearch("."));
+    expectNulAt(replaced, 2);
+    EXPECT_TRUE(replaced.Equals(NkDtString_Imp("ax", 2, 2)));
 }
 
 // --- Memory failure ---------------------------------------------------------------------------
