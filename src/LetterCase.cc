@@ -11,6 +11,13 @@ namespace {
 using Eight = unsigned char __attribute__((vector_size(8)));
 using Sixteen = unsigned char __attribute__((vector_size(16)));
 
+template <class Block>
+Block loadBlock(const char* text) noexcept {
+    Block bytes;
+    std::memcpy(&bytes, text, sizeof bytes);
+    return bytes;
+}
+
 // 0xFF for each small letter, else 0.
 template <class Block>
 Block smallLetters(Block bytes) noexcept {
@@ -59,8 +66,7 @@ struct Lower {
 template <class Case, class Block>
 Block mapBlock(LPTSTR text) noexcept {
     constexpr unsigned char sharpS = 0xDF;
-    Block bytes;
-    std::memcpy(&bytes, text, sizeof bytes);
+    const auto bytes = loadBlock<Block>(text);
     const Block mapped = bytes ^ (Case::toBeMapped(bytes) & smallLetterBit);
     std::memcpy(text, &mapped, sizeof mapped);
     return ~(Case::asItShouldBe(bytes) | (Block)(bytes == sharpS));
@@ -95,7 +101,51 @@ bool map(LPTSTR text, std::size_t length) noexcept {
     return mapFew<Case>(text, length);
 }
 
+// Comparing
+
+template <class Block>
+Block lowered(Block bytes) noexcept {
+    return bytes ^ (capitals(bytes) & smallLetterBit);
+}
+
+template <class Block>
+bool blocksAreEqual(Block a, Block b) noexcept {
+    return !isAnySet(lowered(a) ^ lowered(b));
+}
+
+/// Two texts of a block or more; the last block ends with the text, so it may overlap the one before.
+template <class Block>
+bool textsAreEqual(const char* a, const char* b, std::size_t length) noexcept {
+    const std::size_t last = length - sizeof(Block);
+    for (std::size_t i = 0; i < last; i += sizeof(Block)) {
+        if (!blocksAreEqual(loadBlock<Block>(a + i), loadBlock<Block>(b + i))) return false;
+    }
+    return blocksAreEqual(loadBlock<Block>(a + last), loadBlock<Block>(b + last));
+}
+
+/// A text shorter than a block, some bytes of it twice.
+Eight gather(const char* text, std::size_t length) noexcept {
+    Eight bytes{};
+    if (length >= 4) {
+        std::memcpy(&bytes, text, 4);
+        std::memcpy(reinterpret_cast<char*>(&bytes) + 4, text + length - 4, 4);
+    } else if (length > 0) {
+        bytes[0] = static_cast<unsigned char>(text[0]);
+        bytes[1] = static_cast<unsigned char>(text[length / 2]);
+        bytes[2] = static_cast<unsigned char>(text[length - 1]);
+    }
+    return bytes;
+}
+
 }  // namespace
+
+bool equalWithoutCase(std::string_view a, std::string_view b) noexcept {
+    const std::size_t length = a.size();
+    if (b.size() != length) return false;
+    if (length >= sizeof(Sixteen)) return textsAreEqual<Sixteen>(a.data(), b.data(), length);
+    if (length >= sizeof(Eight)) return textsAreEqual<Eight>(a.data(), b.data(), length);
+    return blocksAreEqual(gather(a.data(), length), gather(b.data(), length));
+}
 
 bool mapToUpper(LPTSTR text, std::size_t length) noexcept {
     return map<Upper>(text, length);

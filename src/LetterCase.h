@@ -5,6 +5,7 @@
 /// 1252. Every other byte stays as it is, "ß" and the accented letters included.
 
 #include <cstddef>
+#include <string_view>
 
 #include "nkfw/Types.h"
 
@@ -33,5 +34,8 @@ constexpr TCHAR toLower(TCHAR ch) noexcept {
 /// letter) already nor "ß".
 bool mapToUpper(LPTSTR text, std::size_t length) noexcept;
 bool mapToLower(LPTSTR text, std::size_t length) noexcept;
+
+/// TRUE if the texts differ in the case of their letters at most.
+bool equalWithoutCase(std::string_view a, std::string_view b) noexcept;
 
 }  // namespace nkdt

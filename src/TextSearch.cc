@@ -1,5 +1,6 @@
 #include "TextSearch.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
@@ -20,8 +21,8 @@ constexpr std::size_t patiencePerByte = 8;
 
 constexpr std::size_t blockSize = 16;
 using Bytes = unsigned char __attribute__((vector_size(blockSize)));
-/// A bit for each byte of a block, the lowest for the first.
-using Mask = unsigned;
+/// A bit for each byte of one block or of two, the lowest for the first.
+using Mask = std::uint32_t;
 
 Bytes load(const char* text) noexcept {
     Bytes bytes;
@@ -65,7 +66,7 @@ void TextSearch::scan(std::string_view text, std::size_t from, OnHit&& onHit) co
         return length == 2 || std::memcmp(base + position + 1, m_part.data() + 1, length - 2) == 0;
     };
 
-    if (end - from < blockSize) {
+    if (end < blockSize) {
         while (from < end) {
             const bool hit = base[from] == first && base[from + length - 1] == last && middleIsEqual(from);
             from = hit ? onHit(from) : from + 1;
@@ -74,26 +75,40 @@ void TextSearch::scan(std::string_view text, std::size_t from, OnHit&& onHit) co
     }
     const Bytes firsts = filledWith(first);
     const Bytes lasts = filledWith(last);
+    const auto candidates = [&](std::size_t block) {
+        return bothEqual(load(base + block), firsts, load(base + block + length - 1), lasts);
+    };
     const std::size_t start = from;
     std::size_t wasted = 0;  // bytes that may have been compared in vain
-    for (std::size_t block = from; block < end; block += blockSize) {
-        // The last block ends with the last position; those before `from` have been looked at.
-        if (block > end - blockSize) block = end - blockSize;
-        Mask mask = bothEqual(load(base + block), firsts, load(base + block + length - 1), lasts);
-        while (mask != 0) {
+    // Looks at the candidates in a block, those before `from` left out; false to end the search there.
+    const auto examine = [&](std::size_t block, Mask mask) {
+        for (; mask != 0; mask &= mask - 1) {
             const std::size_t position = block + static_cast<std::size_t>(std::countr_zero(mask));
-            mask &= mask - 1;
             if (position < from) continue;
             if (middleIsEqual(position)) {
                 from = onHit(position);
-                if (from >= end) return;
+                if (from >= end) return false;
                 continue;
             }
             wasted += length;
             if (wasted > patience + patiencePerByte * (position - start)) {
-                return scanLinear(text, position + 1, onHit);
+                scanLinear(text, position + 1, onHit);
+                return false;
             }
         }
+        return true;
+    };
+
+    std::size_t block = from;
+    for (; block + 2 * blockSize <= end; block += 2 * blockSize) {
+        const Mask mask = candidates(block) | candidates(block + blockSize) << blockSize;
+        if (mask != 0 && !examine(block, mask)) return;
+    }
+    // The last block ends with the last position, so it may overlap the one before.
+    for (; block < end; block += blockSize) {
+        block = std::min(block, end - blockSize);
+        if (!examine(block, candidates(block))) return;
+        from = std::max(from, block + blockSize);
     }
 }
 
@@ -117,6 +132,18 @@ void TextSearch::scanLinear(std::string_view text, std::size_t from, OnHit&& onH
 }
 
 std::size_t TextSearch::find(std::string_view text, std::size_t from) const noexcept {
+    // Many searches end in their first block.
+    const std::size_t length = m_part.size();
+    if (length > 1 && text.size() >= length + blockSize && from <= text.size() - length - blockSize) {
+        const char* const block = text.data() + from;
+        Mask mask = bothEqual(load(block), filledWith(m_part.front()), load(block + length - 1),
+                              filledWith(m_part.back()));
+        for (; mask != 0; mask &= mask - 1) {
+            const auto offset = static_cast<std::size_t>(std::countr_zero(mask));
+            if (length == 2 || std::memcmp(block + offset, m_part.data(), length) == 0) return from + offset;
+        }
+        from += blockSize;
+    }
     std::size_t found = notFound;
     scan(text, from, [&found](std::size_t position) {
         found = position;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "LetterCase.h"
 #include "Raise.h"
 #include "nkcp/CodePage.h"
 #include "nkdt/NkDtTypes.h"
@@ -46,65 +47,13 @@ unsigned char weightOf(TCHAR ch) noexcept {
     return sortWeights[static_cast<unsigned char>(ch)];
 }
 
-// Eight bytes taken at once; every operation below is on each byte alone, none carries into its neighbour.
+// Eight bytes taken at once.
 using Block = std::uint64_t;
-
-constexpr Block blockOf(unsigned char byte) noexcept {
-    return byte * Block{0x0101010101010101};
-}
-
-constexpr Block topBits = blockOf(0x80);
-constexpr Block otherBits = blockOf(0x7F);
-constexpr Block caseBits = blockOf(0x20);  // upper and lower case of a letter differ in this bit alone
 
 Block loadBlock(const TCHAR* text) noexcept {
     Block block;
     std::memcpy(&block, text, sizeof block);
     return block;
-}
-
-// Fewer than eight bytes as one block.
-Block gatherBlock(const TCHAR* text, std::size_t length) noexcept {
-    Block block = 0;
-    for (std::size_t i = 0; i < length; ++i)
-        block = block << 8U | static_cast<unsigned char>(text[i]);
-    return block;
-}
-
-// The top bit of each byte that equals @p byte.
-constexpr Block bytesEqual(Block block, unsigned char byte) noexcept {
-    const Block difference = block ^ blockOf(byte);
-    return ~((difference & otherBits) + otherBits) & ~difference & topBits;
-}
-
-// The top bit of each byte between 'a' and 'z'.
-constexpr Block smallAsciiLetters(Block block) noexcept {
-    const Block low = block & otherBits;
-    return (low + blockOf(0x80 - 'a')) & ~(low + blockOf(0x80 - 'z' - 1)) & ~block & topBits;
-}
-
-constexpr Block smallUmlauts(Block block) noexcept {
-    return bytesEqual(block, 0xE4) | bytesEqual(block, 0xF6) | bytesEqual(block, 0xFC);
-}
-
-constexpr bool equalWithoutCase(Block a, Block b) noexcept {
-    const Block difference = a ^ b;
-    if ((difference & ~caseBits) != 0) return false;
-    const Block small = a | caseBits;
-    const Block unexplained = difference & ~(smallAsciiLetters(small) >> 2U);
-    return unexplained == 0 || (unexplained & ~(smallUmlauts(small) >> 2U)) == 0;
-}
-
-bool equalWithoutCase(LPCTSTR a, LPCTSTR b) noexcept {
-    const std::size_t length = std::strlen(a);
-    if (std::strlen(b) != length) return false;
-    if (length < sizeof(Block)) return equalWithoutCase(gatherBlock(a, length), gatherBlock(b, length));
-    // The last block ends with the text, so it may overlap the one before.
-    const std::size_t last = length - sizeof(Block);
-    for (std::size_t i = 0; i < last; i += sizeof(Block)) {
-        if (!equalWithoutCase(loadBlock(a + i), loadBlock(b + i))) return false;
-    }
-    return equalWithoutCase(loadBlock(a + last), loadBlock(b + last));
 }
 
 // Of two texts of at least @p length bytes, the number of blocks at their beginning that are equal, in bytes.
@@ -122,7 +71,8 @@ constexpr std::size_t shortStep = 16;
 
 BOOL NkDtVglString(LPCTSTR psz1, LPCTSTR psz2, BOOL fCaseSensitive) {
     if (psz1 == nullptr || psz2 == nullptr) return FALSE;
-    const bool equal = fCaseSensitive != FALSE ? std::strcmp(psz1, psz2) == 0 : equalWithoutCase(psz1, psz2);
+    const bool equal =
+        fCaseSensitive != FALSE ? std::strcmp(psz1, psz2) == 0 : nkdt::equalWithoutCase(psz1, psz2);
     return equal ? TRUE : FALSE;
 }
 

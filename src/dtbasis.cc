@@ -77,12 +77,6 @@ NkDtBasis& NkDtBasis::operator=(const NkDtBasis& r) {
     return *this;
 }
 
-void NkDtBasis::SetDefined(BOOL fDefined) {
-    if (m_state->defined == fDefined) return;
-    m_state->modified = TRUE;
-    m_state->defined = fDefined;
-}
-
 BOOL NkDtBasis::CheckDefinedForArithmetic(const NkDtBasis& a, const NkDtBasis& b) {
     return decide(OperandState(a), OperandState(b), Neutral::none) != Outcome::undefined;
 }

@@ -68,16 +68,16 @@ BOOL NkDtString::DeleteParts(const NkDtString& strPart, INT nMode) {
 }
 
 INT NkDtString::GetPos(const NkDtString& strPart, INT nMode) {
-    const std::string_view text = Text().VisibleText();
-    const std::string_view part = strPart.Text().VisibleText();
-    if (text.empty() || part.empty()) return NkDtString_Imp::notFound;
+    NkDtString_Imp& text = Text();
+    const NkDtString_Imp& part = strPart.Text();
+    if (text.VisibleText().empty() || part.VisibleText().empty()) return NkDtString_Imp::notFound;
     std::size_t from = 0;
-    if (nMode == NkDtStrPosNext && Text().LastFound() != NkDtString_Imp::notFound) {
-        from = static_cast<std::size_t>(Text().LastFound()) + static_cast<std::size_t>(strPart.GetLength());
+    if (nMode == NkDtStrPosNext && text.LastFound() != NkDtString_Imp::notFound) {
+        from = static_cast<std::size_t>(text.LastFound()) + static_cast<std::size_t>(part.Length());
     }
-    const std::size_t hit = TextSearch(part).find(text, from);
+    const std::size_t hit = TextSearch(part.VisibleText()).find(text.VisibleText(), from);
     if (hit == TextSearch::notFound) return NkDtString_Imp::notFound;
-    Text().SetLastFound(static_cast<INT>(hit));
+    text.SetLastFound(static_cast<INT>(hit));
     return static_cast<INT>(hit);
 }
 
@@ -216,34 +216,48 @@ void NkDtString::TakePart(const TextPiece& part, INT nLength) {
 }
 
 void NkDtString::Trim(INT nMode) {
-    const std::string_view text = Text().WholeText();
+    NkDtString_Imp& record = Text();
+    const std::string_view text = record.WholeText();
     if (text.empty()) return;
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos) {
-        Text().SetLength(0);
+        record.SetLength(0);
         SetModified(TRUE);
         return;
     }
     const std::size_t begin = nMode == NkDtStrRight ? 0 : first;
     const std::size_t end = nMode == NkDtStrLeft ? text.size() : text.find_last_not_of(' ') + 1;
     if (end - begin == text.size()) return;
-    Text().Write(0, Text().Part(static_cast<INT>(begin), static_cast<INT>(end - begin)));
+    if (begin == 0) {
+        record.SetLength(static_cast<INT>(end));
+    } else {
+        record.Write(0, record.Part(static_cast<INT>(begin), static_cast<INT>(end - begin)));
+    }
     SetModified(TRUE);
 }
 
 // Upper and lower case
 
+namespace {
+
+template <class Map>
+bool mapCase(NkDtString_Imp& text, Map map) noexcept {
+    return map(text.Buffer(), static_cast<std::size_t>(text.Length()));
+}
+
+}  // namespace
+
 void NkDtString::ToUpper() {
     static constexpr Origin origin = originOf("ToUpper()");
     wrapped(origin, [this] {
-        if (mapToUpper(Text().Buffer(), static_cast<std::size_t>(GetLength()))) SetModified(TRUE);
+        if (mapCase(Text(), mapToUpper)) SetModified(TRUE);
     });
 }
 
 void NkDtString::ToLower() {
     static constexpr Origin origin = originOf("ToLower()");
     wrapped(origin, [this] {
-        if (mapToLower(Text().Buffer(), static_cast<std::size_t>(GetLength()))) SetModified(TRUE);
+        if (mapCase(Text(), mapToLower)) SetModified(TRUE);
     });
 }
 
@@ -259,5 +273,6 @@ BOOL NkDtString::Compare(const NkDtString& str, BOOL fExact) const {
     if (!IsDefined() && !str.IsDefined()) return TRUE;
     if (IsNull() && str.GetLength() == 0) return TRUE;
     if (GetLength() == 0 && str.IsNull()) return TRUE;
-    return NkDtVglString(Text().Text(), str.Text().Text(), fExact);
+    if (fExact != FALSE) return Text().Equals(str.Text());
+    return equalWithoutCase(Text().VisibleText(), str.Text().VisibleText());
 }

@@ -42,10 +42,11 @@ NkDtString& NkDtString::operator=(const NkDtString& r) {
         ValueAccess::state(*this).defined = FALSE;
         return *this;
     }
+    NkDtString_Imp& text = Text();
     const NkDtString_Imp& source = r.Text();
-    if (!IsDefined() || GetAllocLength() < source.Length()) Resize(source.Length());
-    if (!Text().Equals(source)) {
-        Text().Write(0, source.Whole());
+    if (!IsDefined() || text.AllocLength() < source.Length()) Resize(source.Length());
+    if (!text.Equals(source)) {
+        text.Write(0, source.Whole());
         SetModified(TRUE);
     }
     SetDefined(TRUE);

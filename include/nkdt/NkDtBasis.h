@@ -134,7 +134,11 @@ class NKDT_API NkDtBasis : public CObject {
     explicit NkDtBasis(nkdt::State* pState) noexcept : m_state(pState) {}
 
     /// Sets the definedness, whatever the mode; a change sets the modified flag.
-    void SetDefined(BOOL fDefined);
+    void SetDefined(BOOL fDefined) {
+        if (m_state->defined == fDefined) return;
+        m_state->modified = TRUE;
+        m_state->defined = fDefined;
+    }
     /// TRUE when at least one operand is defined and neither is missing.
     static BOOL CheckDefinedForArithmetic(const NkDtBasis& a, const NkDtBasis& b);
     /// TRUE for an object that was moved from.
