@@ -7,6 +7,7 @@
 #include "LetterCase.h"
 #include "Raise.h"
 #include "RecordMemory.h"
+#include "TextGrowth.h"
 #include "TextLength.h"
 #include "TextSearch.h"
 #include "ValueAccess.h"
@@ -107,7 +108,9 @@ BOOL NkDtString::Change(const NkDtString& strOld, const NkDtString& strNew, INT 
     const TextPiece replacement = strNew.Text().Whole();
     combinedLength(static_cast<std::size_t>(GetLength()) - nHits * nOld,
                    nHits * replacement.characters.size(), originInsert);
-    Text().Replace(positions.data(), std::min(nHits, positions.size()), nHits, nOld, replacement, search);
+    grow(*this, [&] {
+        Text().Replace(positions.data(), std::min(nHits, positions.size()), nHits, nOld, replacement, search);
+    });
     SetDefined(TRUE);
     SetModified(TRUE);
     return TRUE;

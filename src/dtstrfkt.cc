@@ -48,7 +48,7 @@ LPTSTR NkDtString::GetValue(LPTSTR pszBuffer, INT nSize) const {
 NkDtString NkDtString::GetnValue(INT nPos, INT nCount) const {
     static constexpr Origin origin = originOf("GetnValue(INT,INT)");
     if (IsMissing()) raise(origin, NkDtErrUndefiniert);
-    if (IsNull()) return NkDtString("");
+    if (IsNull()) return wrapped(origin, [] { return NkDtString(""); });
     if (nPos < 0 || nCount < 0 || nPos > GetLength() || nCount > GetLength() - nPos)
         raise(origin, NkDtErrStringindex);
     return wrapped(origin, [&] { return NkDtString(Text().Text() + nPos, nCount, NkDtStrLenAuto); });
@@ -126,7 +126,7 @@ void NkDtString::ConvToRecordSet(CRecordset& rs, CString& rField) const {
 void NkDtString::Serialize(CArchive& ar) {
     if (ar.IsStoring()) {
         NkDtBasis::Serialize(ar);
-        ar << CString(Text().VisibleText());
+        ar << CString(IsDefined() ? Text().VisibleText() : std::string_view());
         return;
     }
     load(

@@ -57,7 +57,7 @@ TextRecords newCharacterOf(const NkDtChar& value) {
 TextRecords newWordOf(const NkDtBool& value) {
     const State& state = ValueAccess::state(value);
     if (!value.IsDefined()) return newText(state);
-    return newText(state, NkDtBool_Imp::word(value.GetValue()), NkDtStrLenAuto, NkDtStrLenAuto);
+    return newText(state, std::string_view(NkDtBool_Imp::word(value.GetValue())));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "NarrowText.h"
 #include "Raise.h"
 #include "RecordMemory.h"
+#include "TextGrowth.h"
 #include "TextLength.h"
 #include "ValueAccess.h"
 #include "nkdt/NkDtChar.h"
@@ -91,13 +92,7 @@ NkDtString& NkDtString::operator=(const NkDtChar& r) {
 }
 
 void NkDtString::Resize(INT nAlloc) {
-    const bool fHasText = GetLength() != 0;
-    try {
-        Text().StrRealloc(nAlloc);
-    } catch (...) {  // the text is lost with its buffer, and an application must notice
-        if (fHasText) SetModified(TRUE);
-        throw;
-    }
+    grow(*this, [this, nAlloc] { Text().StrRealloc(nAlloc); });
 }
 
 void NkDtString::TakeWhole(LPCTSTR psz, INT nLength) {
@@ -166,16 +161,22 @@ NkDtString& NkDtString::operator+=(LPCTSTR psz) {
 
 NkDtString& NkDtString::operator+=(TCHAR ch) {
     static constexpr Origin origin = originOf("operator+=(TCHAR)");
+    AppendCharacter(ch, origin);
+    return *this;
+}
+
+NkDtString& NkDtString::operator+=(const NkDtChar& r) {
+    static constexpr Origin origin = originOf("operator+=(NkDtChar&)");
+    if (r.IsDefined()) AppendCharacter(r, origin);
+    return *this;
+}
+
+void NkDtString::AppendCharacter(TCHAR ch, const Origin& origin) {
     const INT nLength = combinedLength(GetLength(), 1, origin);
     if (GetAllocLength() < nLength) Resize(nLength);
     Text().Write(nLength - 1, pieceOf(ch));
     SetDefined(TRUE);
     SetModified(TRUE);
-    return *this;
-}
-
-NkDtString& NkDtString::operator+=(const NkDtChar& r) {
-    return r.IsDefined() ? *this += static_cast<TCHAR>(r) : *this;
 }
 
 void NkDtString::Append(const TextPiece& piece, const Origin& origin) {
@@ -267,13 +268,19 @@ NkDtString NkDtChar::Concatenate(const NkDtChar& a, const NkDtChar& b) {
 }
 
 NkDtString NkDtChar::Concatenate(const NkDtString& a, const NkDtChar& b) {
-    return b.IsDefined() ? a + b.Stored() : a;
+    static constexpr Origin origin = originOf("operator+(NkDtChar&)");
+    if (!b.IsDefined()) return a;
+    if (!a.IsDefined()) return NkDtString(b.Stored());
+    const TCHAR right = b.Stored();
+    return NkDtString::Joined(a.Text().Whole(), pieceOf(right), origin);
 }
 
 NkDtString NkDtChar::Concatenate(const NkDtChar& a, const NkDtString& b) {
+    static constexpr Origin origin = originOf("operator+(NkDtChar&,NkDtString&)");
     if (!a.IsDefined()) return b;
     if (!b.IsDefined()) return NkDtString(a);
-    return a.Stored() + b;
+    const TCHAR left = a.Stored();
+    return NkDtString::Joined(pieceOf(left), b.Text().Whole(), origin);
 }
 
 NkDtString NkDtChar::Concatenate(const NkDtChar& a, TCHAR b) {
@@ -357,5 +364,5 @@ INT NkDtString::Order(const NkDtString& a, const PlainText& b, Comparison compar
 }
 
 std::ostream& NkDtString::Write(std::ostream& os, const NkDtString& str) {
-    return os << str.Text().VisibleText();
+    return os << (str.IsDefined() ? str.Text().VisibleText() : std::string_view());
 }

@@ -157,7 +157,7 @@ class CellOf final : public Cell {
     NkDtString sqlLiteral() const override { return Kind::sqlLiteral(m_value); }
     void setSqlText(const NkDtString& text) override { Kind::setSqlText(m_value, text); }
     void setExternal(const NkDtString& text, BOOL fDefined, USHORT version) override {
-        if (fDefined) Kind::checkExternal(text);
+        if (fDefined && version == NkDtExternVersion) Kind::checkExternal(text);
         m_value.SetFromExtern(&text, fDefined, version);
     }
     void serialize(CArchive& ar) override { m_value.Serialize(ar); }

@@ -98,6 +98,8 @@ class NKDT_API NkDtBool : public nkdt::PlainValue<NkDtBool> {
     /// Takes '1' as TRUE or '0' as FALSE, modified if the value differs, and becomes defined. Error 5,
     /// nothing changed, for any other character.
     virtual void SetFromSQL(TCHAR chSQL);
+    template <class T, nkdt::If<nkdt::isNoTextOperand<T>> = 0>
+    void SetFromSQL(const T&) = delete;
     /// '1' or '0' with the apostrophes; "NULL" for an undefined value.
     virtual NkDtString ConvToSQL() const;
     /// Clears for a field that the recordset reports null; else stores the field, modified if it differs, and
@@ -117,15 +119,8 @@ class NKDT_API NkDtBool : public nkdt::PlainValue<NkDtBool> {
 
     // Truth values are no numbers, and no steps of a pointer.
     friend void operator+(const NkDtBool&, const NkDtBool&) = delete;
-    friend void operator-(const NkDtBool&, const NkDtBool&) = delete;
     template <class T>
     friend nkdt::ResultIf<nkdt::isNoTruthAddend<T>, void> operator+(const NkDtBool&, const T&) = delete;
     template <class T>
     friend nkdt::ResultIf<nkdt::isNoTruthAddend<T>, void> operator+(const T&, const NkDtBool&) = delete;
-    template <class T>
-    friend nkdt::ResultIf<std::is_scalar_v<T> || nkdt::isPointer<T>, void> operator-(const NkDtBool&,
-                                                                                     const T&) = delete;
-    template <class T>
-    friend nkdt::ResultIf<std::is_scalar_v<T> || nkdt::isPointer<T>, void> operator-(
-        const T&, const NkDtBool&) = delete;
 };

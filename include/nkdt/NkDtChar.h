@@ -90,6 +90,8 @@ class NKDT_API NkDtChar : public nkdt::PlainValue<NkDtChar> {
     /// @param uCodePage the column's page: 850, 437 or the system's OEM page; any other: no conversion. Error
     /// 19 "Codepagewandlung nicht möglich", nothing changed, when the conversion fails.
     virtual void SetFromSQL(CHAR ch, UINT uCodePage = 0);
+    template <class T, nkdt::If<nkdt::isNoTextOperand<T>> = 0>
+    void SetFromSQL(const T&, UINT = 0) = delete;
     /// The character as an SQL literal in the page @p uCodePage: enclosed in apostrophes, an apostrophe
     /// doubled, also one that the conversion makes; '' for NUL; "NULL" for an undefined value. Error 19 when
     /// the conversion fails.
@@ -118,15 +120,6 @@ class NKDT_API NkDtChar : public nkdt::PlainValue<NkDtChar> {
     template <class T>
     friend nkdt::ResultIf<nkdt::isNoCharacterAddend<T>, NkDtString> operator+(const T&,
                                                                               const NkDtChar&) = delete;
-
-    // Characters are no numbers.
-    friend void operator-(const NkDtChar&, const NkDtChar&) = delete;
-    template <class T>
-    friend nkdt::ResultIf<std::is_scalar_v<T> || nkdt::isPointer<T>, void> operator-(const NkDtChar&,
-                                                                                     const T&) = delete;
-    template <class T>
-    friend nkdt::ResultIf<std::is_scalar_v<T> || nkdt::isPointer<T>, void> operator-(
-        const T&, const NkDtChar&) = delete;
 
   private:
     static NkDtString Concatenate(const NkDtChar& a, const NkDtChar& b);

@@ -143,6 +143,8 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// @p nCount characters from 0-based position @p nPos on, as a defined text; a null text gives an empty
     /// one. Error 2 when missing, error 3 "Ungültiger Stringindex" when there are fewer.
     NkDtString GetnValue(INT nPos, INT nCount) const;
+    template <class P, class N, nkdt::If<nkdt::isNoLength<P> || nkdt::isNoLength<N>> = 0>
+    NkDtString GetnValue(const P&, const N&) const = delete;
     /// The length, 0 for an undefined text.
     INT GetLength() const;
     /// The characters that the buffer holds without growing.
@@ -150,6 +152,8 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// Replaces the character at 0-based @p nIndex, modified if it differs. Error 3 for a position outside of
     /// the text, error 5 for NUL.
     void SetAt(INT nIndex, TCHAR ch);
+    template <class P, class C, nkdt::If<nkdt::isNoLength<P> || nkdt::isNoTextOperand<C>> = 0>
+    void SetAt(const P&, const C&) = delete;
     /// The character at 0-based @p nIndex; error 3 for a position outside of the text.
     TCHAR operator[](INT nIndex) const;
     template <class W, nkdt::IfOtherWhole<W, INT> = 0>
@@ -187,12 +191,18 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// one of the two is missing, error 3 for a position outside of the text, error 8 "Wert außerhalb des
     /// Wertebereichs" when the text would reach 2147483647 characters.
     void Copy(const NkDtString& str, INT nPos);
+    template <class P, nkdt::If<nkdt::isNoLength<P>> = 0>
+    void Copy(const NkDtString&, const P&) = delete;
     /// Overwrites the characters from @p nPos on by @p str, beyond the end too; modified. An empty @p str
     /// does nothing. A text that becomes longer becomes defined. Errors as Copy().
     void CopyParts(const NkDtString& str, INT nPos);
+    template <class P, nkdt::If<nkdt::isNoLength<P>> = 0>
+    void CopyParts(const NkDtString&, const P&) = delete;
     /// Inserts @p str in front of position @p nPos; modified and defined. An empty @p str does nothing.
     /// Errors as Copy().
     void Insert(const NkDtString& str, INT nPos);
+    template <class P, nkdt::If<nkdt::isNoLength<P>> = 0>
+    void Insert(const NkDtString&, const P&) = delete;
     /// Replaces @p strOld by @p strNew and tells whether something was replaced; modified then. Nothing
     /// inserted is searched again. FALSE when this text or @p strOld is empty or @p strNew missing; TRUE, and
     /// nothing changed, when the two are equal. An empty @p strNew removes, see DeleteParts(). Error 3 for a
@@ -208,12 +218,16 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// Keeps the first @p nLen characters; modified if there were more. An undefined text stays. Error 3 for
     /// a negative length and one beyond the text.
     void Cut(INT nLen);
+    template <class P, nkdt::If<nkdt::isNoLength<P>> = 0>
+    void Cut(const P&) = delete;
     /// Divides the text: @p strLeft gets the first @p nLen characters, @p strRight the others; it is cleared
     /// when there are none. Both are cleared when this text is undefined. Neither becomes modified by the
     /// text that it gets. A length beyond the text counts as the text's, unless @p strLeft already has room
     /// for the text: then it gets this length, filled up with NUL. Error 3, nothing changed, for a negative
     /// length; error 6 "Ungültige Initiallänge" for a left text of 2147483647 characters.
     void Split(NkDtString& strLeft, NkDtString& strRight, INT nLen) const;
+    template <class P, nkdt::If<nkdt::isNoLength<P>> = 0>
+    void Split(NkDtString&, NkDtString&, const P&) const = delete;
     /// Removes blanks (no other white space); modified if there were some.
     /// @param nMode NkDtStrLeft: at the start; NkDtStrRight: at the end; any other value: at both ends
     void Trim(INT nMode);
@@ -221,6 +235,8 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// missing or long enough. Error 6 for a length of 2147483647.
     /// @param nMode NkDtStrLeft: in front; any other value: behind
     void FillUp(TCHAR ch, INT nLen, INT nMode);
+    template <class C, class P, nkdt::If<nkdt::isNoTextOperand<C> || nkdt::isNoLength<P>> = 0>
+    void FillUp(const C&, const P&, INT) = delete;
     /// TRUE for a length of 0, also when null. Error 2 when missing.
     BOOL IsEmpty() const;
     /// TRUE when the texts are equal, or both undefined. An undefined text is equal to an empty one.
@@ -268,6 +284,14 @@ class NKDT_API NkDtString : public NkDtBasis {
     template <class T>
     friend nkdt::ResultIf<nkdt::isNoTextOperand<T>, NkDtString> operator+(const T&,
                                                                           const NkDtString&) = delete;
+
+    // A text is no pointer to be stepped from.
+    friend void operator-(const NkDtString&, const NkDtString&) = delete;
+    template <class T>
+    friend nkdt::ResultIf<!nkdt::isKindOf<T, NkDtString>, void> operator-(const NkDtString&,
+                                                                          const T&) = delete;
+    template <class T>
+    friend nkdt::ResultIf<nkdt::isPointer<T>, void> operator-(const T&, const NkDtString&) = delete;
 
     // Comparison: error 2 "Undefinierter Wert" for a missing text, error 5 for a null pointer; a null text
     // compares as "".
@@ -435,6 +459,7 @@ class NKDT_API NkDtString : public NkDtBasis {
     }
     void Append(const nkdt::TextPiece& piece, const nkdt::Origin& origin);
     void GrowAndAppend(const nkdt::TextPiece& piece, INT nLength);
+    void AppendCharacter(TCHAR ch, const nkdt::Origin& origin);
     static NkDtString Joined(const nkdt::TextPiece& left, const nkdt::TextPiece& right,
                              const nkdt::Origin& origin);
     static NkDtString Quoted(std::string_view text);

@@ -48,6 +48,15 @@ inline constexpr bool isNumberValue =
 template <class T>
 inline constexpr bool hasTextForm = isNumberValue<T> || isKindOf<T, NkDtBool>;
 
+/// A pointer or an array, of characters or of anything else.
+template <class T>
+inline constexpr bool isPointer = std::is_pointer_v<std::decay_t<T>>;
+
+/// What would count as a number beside a character or a truth value.
+template <class T, class Derived>
+inline constexpr bool isNoFactor = (std::is_scalar_v<T> || isPointer<T> ||
+                                    isKindOf<T, NkDtBasis>)&&!isKindOf<T, Derived>;
+
 /// What never stands beside a whole number: its value would be narrowed or misread.
 template <class T>
 inline constexpr bool isNoWholeOperand =
@@ -68,6 +77,10 @@ template <class T>
 inline constexpr bool isNoPosition = std::is_same_v<T, bool> || isCharacter<T> ||
                                      std::is_floating_point_v<T> || isKindOf<T, NkDtBool, NkDtChar>;
 
+/// What is no position or length that is given to a function: one that is wider could be cut.
+template <class T>
+inline constexpr bool isNoLength = isNoPosition<T> || (isWhole<T> && (sizeof(T) > sizeof(INT)));
+
 /// What a text is never compared with; beside a 16-bit text it would compare pointers.
 template <class T>
 inline constexpr bool isNoTextComparand = isNoTextOperand<T> ||
@@ -82,10 +95,6 @@ inline constexpr bool isTextComparand = isOneOf<T, CString, TCHAR> || isKindOf<T
 template <class T>
 inline constexpr bool isNoTextSource = std::is_floating_point_v<T> || isOneOf<T, bool, std::nullptr_t> ||
                                        (isCharacter<T> && !std::is_same_v<T, TCHAR>);
-
-/// A pointer or an array, of characters or of anything else.
-template <class T>
-inline constexpr bool isPointer = std::is_pointer_v<std::decay_t<T>>;
 
 /// What no character is built from: a number or a truth value would become the character with its code.
 template <class T>

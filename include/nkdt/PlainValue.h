@@ -67,6 +67,55 @@ class NKDT_API PlainValue : public NkDtBasis {
     template <class T>
     friend ResultIf<Traits::template isNoOrdered<T>, BOOL> operator>=(const T&, const Derived&) = delete;
 
+    // Nothing is computed with these values, though the language would with the stored one.
+    friend void operator-(const Derived&) = delete;
+    friend void operator~(const Derived&) = delete;
+    friend void operator*(const Derived&, const Derived&) = delete;
+    friend void operator/(const Derived&, const Derived&) = delete;
+    friend void operator%(const Derived&, const Derived&) = delete;
+    friend void operator-(const Derived&, const Derived&) = delete;
+    friend void operator&(const Derived&, const Derived&) = delete;
+    friend void operator|(const Derived&, const Derived&) = delete;
+    friend void operator^(const Derived&, const Derived&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator*(const Derived&, const T&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator*(const T&, const Derived&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator/(const Derived&, const T&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator/(const T&, const Derived&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator%(const Derived&, const T&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator%(const T&, const Derived&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator-(const Derived&, const T&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator-(const T&, const Derived&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator&(const Derived&, const T&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator&(const T&, const Derived&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator|(const Derived&, const T&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator|(const T&, const Derived&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator^(const Derived&, const T&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator^(const T&, const Derived&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator<<(const Derived&, const T&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator<<(const T&, const Derived&) = delete;
+    friend void operator<<(const Derived&, const Derived&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator>>(const Derived&, const T&) = delete;
+    template <class T>
+    friend ResultIf<isNoFactor<T, Derived>, void> operator>>(const T&, const Derived&) = delete;
+    friend void operator>>(const Derived&, const Derived&) = delete;
+
     /// Writes the text of the value; nothing for an undefined value.
     friend std::ostream& operator<<(std::ostream& os, const Derived& value) { return Write(os, value); }
 

@@ -59,6 +59,11 @@ NkDtString_Imp::NkDtString_Imp(LPCTSTR pszText, INT nLen, INT nAlloc) {
     wrapped(originFromText, [&] { Build(pszText, copied, length, room); });
 }
 
+NkDtString_Imp::NkDtString_Imp(std::string_view text) {
+    const auto length = static_cast<INT>(text.size());
+    Build(text.data(), length, length, length);
+}
+
 NkDtString_Imp::NkDtString_Imp(TCHAR ch) {
     const TCHAR text[2] = {ch, '\0'};
     StrAlloc(text, 1);

@@ -39,6 +39,8 @@ class NkDtString_Imp {
     NkDtString_Imp() noexcept = default;
     /// The first @p nLen characters with room for @p nAlloc, as NkDtString's constructor describes it.
     NkDtString_Imp(LPCTSTR pszText, INT nLen, INT nAlloc);
+    /// A text without NUL, with room for itself.
+    explicit NkDtString_Imp(std::string_view text);
     /// One character with room for one; the empty text for NUL.
     explicit NkDtString_Imp(TCHAR ch);
     /// The digits of a number, in a buffer of @p nAlloc characters.

@@ -53,6 +53,13 @@ inline constexpr auto arithmetic = std::make_tuple(
     [](auto&& a, auto&& b) -> decltype(void(a + b)) {}, [](auto&& a, auto&& b) -> decltype(void(a - b)) {},
     [](auto&& a, auto&& b) -> decltype(void(a * b)) {}, [](auto&& a, auto&& b) -> decltype(void(a / b)) {});
 
+inline constexpr auto computing = std::make_tuple(
+    [](auto&& a, auto&& b) -> decltype(void(a - b)) {}, [](auto&& a, auto&& b) -> decltype(void(a * b)) {},
+    [](auto&& a, auto&& b) -> decltype(void(a / b)) {}, [](auto&& a, auto&& b) -> decltype(void(a % b)) {},
+    [](auto&& a, auto&& b) -> decltype(void(a & b)) {}, [](auto&& a, auto&& b) -> decltype(void(a | b)) {},
+    [](auto&& a, auto&& b) -> decltype(void(a ^ b)) {}, [](auto&& a, auto&& b) -> decltype(void(a << b)) {},
+    [](auto&& a, auto&& b) -> decltype(void(a >> b)) {});
+
 /// How many of the operators compile with these operands, each counted in both orders.
 template <class A, class B, class... Operators>
 constexpr std::size_t compiling(const std::tuple<Operators...>&) {
@@ -65,6 +72,19 @@ template <class A, class... Bad, class Operators>
 void refusedBeside(const Row& row, const Operators& operators) {
     count(compiling<const A&, const A&>(operators) == 2 * std::tuple_size_v<Operators>, row.what, row.here);
     (count(compiling<const A&, const Bad&>(operators) == 0, row.what, row.here), ...);
+}
+
+/// Nothing is computed with an A, alone, with another one or with a Bad.
+template <class A, class... Bad>
+void refusedInComputing(const Row& row) {
+    count(compiling<const int&, const int&>(computing) == 2 * std::tuple_size_v<decltype(computing)>,
+          row.what, row.here);
+    count(compiling<const A&, const A&>(computing) == 0, row.what, row.here);
+    (count(compiling<const A&, const Bad&>(computing) == 0, row.what, row.here), ...);
+    onlyFirstCompiles<A>(
+        row, [](auto&& a) -> decltype(void(a == a)) {}, [](auto&& a) -> decltype(void(-a)) {},
+        [](auto&& a) -> decltype(void(~a)) {}, [](auto&& a) -> decltype(void(++a)) {},
+        [](auto&& a) -> decltype(void(a *= 2)) {});
 }
 
 }  // namespace expressions

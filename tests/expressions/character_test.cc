@@ -285,6 +285,14 @@ void refused() {
         [](auto&& n) -> decltype(void(n += NkDtChar('5'))) {},
         [](auto&& n) -> decltype(void(n < NkDtChar('5'))) {},
         [](auto&& n) -> decltype(void(std::decay_t<decltype(n)>(NkDtChar('5')))) {});
+    refusedInComputing<NkDtChar, int, unsigned, long, double, bool, char, const char*, NkDtLong, NkDtShort,
+                       NkDtBool, NkDtString>("nothing is computed with a character");
+    onlyFirstCompiles<NkDtChar>(
+        "a database column gives a character", [](auto&& ch) -> decltype(void(ch.SetFromSQL('a', 850))) {},
+        [](auto&& ch) -> decltype(void(ch.SetFromSQL(321))) {},
+        [](auto&& ch) -> decltype(void(ch.SetFromSQL(2.5, 850))) {},
+        [](auto&& ch) -> decltype(void(ch.SetFromSQL(true))) {},
+        [](auto&& ch) -> decltype(void(ch.SetFromSQL(L'a'))) {});
     onlyFirstCompiles<NkDtString>(
         "a character is no position", [](auto&& s) -> decltype(void(s[0])) {},
         [](auto&& s) -> decltype(void(s[NkDtChar('a')])) {});

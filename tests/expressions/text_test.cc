@@ -1,6 +1,7 @@
 /// @file
 /// NkDtString in everyday expressions, beside plain texts, characters and CString.
 
+#include <nkdt/NkDtChar.h>
 #include <nkfw/BStr.h>
 #include <nkfw/String.h>
 
@@ -440,6 +441,28 @@ void refusedComparing() {
 }
 
 void refusedElsewhere() {
+    refusedInComputing<NkDtString, int, unsigned, long, double, bool, char, const char*, NkDtChar>(
+        "nothing is computed with a text");
+    onlyFirstCompiles<NkDtString>(
+        "a length is an INT", [](auto&& s) -> decltype(void(s.Cut(2))) {},
+        [](auto&& s) -> decltype(void(s.Cut(2LL))) {}, [](auto&& s) -> decltype(void(s.Cut(2.9))) {},
+        [](auto&& s) -> decltype(void(s.Cut('a'))) {}, [](auto&& s) -> decltype(void(s.Cut(true))) {},
+        [](auto&& s) -> decltype(void(s.Insert("x", 'a'))) {},
+        [](auto&& s) -> decltype(void(s.Copy("x", 2.5))) {},
+        [](auto&& s) -> decltype(void(s.CopyParts("x", 2LL))) {},
+        [](auto&& s) -> decltype(void(s.Split(s, s, 2.0f))) {},
+        [](auto&& s) -> decltype(void(s.GetnValue(5LL, 1))) {},
+        [](auto&& s) -> decltype(void(s.GetnValue(1, true))) {});
+    onlyFirstCompiles<NkDtString>(
+        "a text is filled with a character", [](auto&& s) -> decltype(void(s.FillUp('0', 5, NkDtStrLeft))) {},
+        [](auto&& s) -> decltype(void(s.FillUp(5, '0', NkDtStrLeft))) {},
+        [](auto&& s) -> decltype(void(s.FillUp(48, 5, NkDtStrLeft))) {},
+        [](auto&& s) -> decltype(void(s.FillUp('0', 5LL, NkDtStrLeft))) {},
+        [](auto&& s) -> decltype(void(s.SetAt(0, 321))) {},
+        [](auto&& s) -> decltype(void(s.SetAt('a', 'a'))) {});
+    onlyFirstCompiles<NkDtString>(
+        "a character value fills", [](auto&& s) -> decltype(void(s.SetAt(0, NkDtChar('x')))) {},
+        [](auto&& s) -> decltype(void(s.SetAt(NkDtChar('x'), 'x'))) {});
     onlyFirstCompiles<NkDtString>(
         "a position is a whole number", [](auto&& s) -> decltype(void(s[0])) {},
         [](auto&& s) -> decltype(void(s['a'])) {}, [](auto&& s) -> decltype(void(s[L'a'])) {},

@@ -214,6 +214,14 @@ void refused() {
     refusedAsArgument<NkDtBool, BOOL, unsigned, long, long long, float, double, char, wchar_t, char16_t,
                       char32_t, std::nullptr_t, NkDtTyps, NkDtLong, NkDtShort, NkDtChar>(
         "a function that takes a truth value");
+    refusedInComputing<NkDtBool, int, unsigned, long, double, bool, char, const char*, NkDtLong, NkDtShort,
+                       NkDtChar, NkDtString>("nothing is computed with a truth value");
+    onlyFirstCompiles<NkDtBool>(
+        "a database column gives a digit", [](auto&& b) -> decltype(void(b.SetFromSQL('1'))) {},
+        [](auto&& b) -> decltype(void(b.SetFromSQL(1))) {},
+        [](auto&& b) -> decltype(void(b.SetFromSQL(true))) {},
+        [](auto&& b) -> decltype(void(b.SetFromSQL(TRUE))) {},
+        [](auto&& b) -> decltype(void(b.SetFromSQL(1.0))) {});
     onlyFirstCompiles<NkDtBool>(
         "truth values have no order", [](auto&& b) -> decltype(void(b == b)) {},
         [](auto&& b) -> decltype(void(b < b)) {}, [](auto&& b) -> decltype(void(b >= TRUE)) {},

@@ -41,6 +41,15 @@ const NkLanguageModule* english() {
     return NkLanguagePublisher::GetModule(usNkLangEnglisch);
 }
 
+/// The text with a NUL and more behind.
+NkDtString withNulBehind(const char* text) {
+    NkDtString value(text);
+    value += '\0';
+    value += 'x';
+    value.SetModified(FALSE);
+    return value;
+}
+
 NkDtBool inMode(NkDtWorkingMode mode, BOOL f) {
     NkDtBool value(mode);
     value = f;
@@ -200,6 +209,63 @@ TEST(NkDtBool, TakesTheGermanWordsFromALanguageModuleThatHasNone) {
     EXPECT_EQ(describe(NkDtBool("nein")), "0 defined");
 }
 
+TEST(NkDtBool, TakesNoMoreRoomAsATextThanItsWord) {
+    const Language scope(english());
+    EXPECT_EQ(describe(NkDtString(NkDtBool(TRUE))), "'Yes' 3/3 defined");
+    EXPECT_EQ(describe(NkDtString(NkDtBool(FALSE))), "'No' 2/2 defined");
+    EXPECT_EQ(describe(NkDtString(undefinedWith(NkDtWmNull, TRUE))), "'' 0/0 null");
+}
+
+TEST(NkDtBool, FoldsTheUmlautsOfTheWords) {
+    const std::string yes = cp1252("währ");
+    const std::string no = cp1252("FÄLSCHÜNGÖ");
+    const NkLanguageModule::Entry entries[] = {{uNkLangWahr, yes.c_str()}, {uNkLangFalsch, no.c_str()}};
+    const NkLanguageModule module("umlauts", usNkLangDeutsch, entries, 2);
+    const Language scope(&module);
+    for (const char* text : {"währ", "WÄHR", "wÄhR", "Währ", "1"})
+        EXPECT_EQ(describe(NkDtBool(cp1252(text).c_str())), "1 defined") << text;
+    for (const char* text : {"FÄLSCHÜNGÖ", "fälschüngö", "FäLSCHüNGö", "0"})
+        EXPECT_EQ(describe(NkDtBool(cp1252(text).c_str())), "0 defined") << text;
+    for (const char* text : {"wahr", "WAHR", "waehr", "wåhr", "FALSCHUNGO", "Ja", "Nein"}) {
+        const std::string other = cp1252(text);
+        expectError(NkDtErrInitialwert, [&] { const NkDtBool value(other.c_str()); });
+    }
+    EXPECT_EQ(describe(NkDtString(NkDtBool(TRUE))), "'" + yes + "' 4/4 defined");
+    EXPECT_EQ(describe(NkDtString(NkDtBool(FALSE))), "'" + no + "' 10/10 defined");
+}
+
+TEST(NkDtBool, TakesTheGermanWordForTheOneThatALanguageModuleDoesNotHave) {
+    static constexpr NkLanguageModule::Entry yes[] = {{uNkLangWahr, "Oui"}};
+    static constexpr NkLanguageModule::Entry no[] = {{uNkLangFalsch, "Non"}};
+    static constexpr NkLanguageModule onlyYes("yes", 1036, yes, 1);
+    static constexpr NkLanguageModule onlyNo("no", 1036, no, 1);
+    {
+        const Language scope(&onlyYes);
+        EXPECT_EQ(describe(NkDtString(NkDtBool(TRUE))), "'Oui' 3/3 defined");
+        EXPECT_EQ(describe(NkDtString(NkDtBool(FALSE))), "'Nein' 4/4 defined");
+        EXPECT_EQ(describe(NkDtBool("OUI")), "1 defined");
+        EXPECT_EQ(describe(NkDtBool("nein")), "0 defined");
+        for (const char* text : {"Ja", "Non", ""})
+            expectError(NkDtErrInitialwert, [=] { const NkDtBool value(text); });
+    }
+    const Language scope(&onlyNo);
+    EXPECT_EQ(describe(NkDtString(NkDtBool(TRUE))), "'Ja' 2/2 defined");
+    EXPECT_EQ(describe(NkDtString(NkDtBool(FALSE))), "'Non' 3/3 defined");
+    EXPECT_EQ(describe(NkDtBool("ja")), "1 defined");
+    EXPECT_EQ(describe(NkDtBool("non")), "0 defined");
+    for (const char* text : {"Oui", "Nein", ""})
+        expectError(NkDtErrInitialwert, [=] { const NkDtBool value(text); });
+}
+
+TEST(NkDtBool, ReadsATextValueUpToItsFirstNul) {
+    EXPECT_EQ(describe(NkDtBool(withNulBehind("Ja"))), "1 defined");
+    EXPECT_EQ(describe(NkDtBool(withNulBehind("nein"))), "0 defined");
+    EXPECT_EQ(describe(NkDtBool(withNulBehind("1"))), "1 defined");
+    expectError(NkDtErrInitialwert, [] { const NkDtBool value(withNulBehind("J")); });
+    expectError(NkDtErrInitialwert, [] { const NkDtBool value(withNulBehind("")); });
+    expectError(NkDtErrInitialwert, [] { const NkDtBool value(NkDtString("", 2, 0)); });
+}
+
 // --- Assignment --------------------------------------------------------------------------------------
 
 TEST(NkDtBool, IsModifiedByAnotherNumberOnly) {
@@ -238,6 +304,25 @@ TEST(NkDtBool, TakesAnUndefinedValueAsItsModeAllows) {
         value = NkDtBool(NkDtWmNull);
         EXPECT_EQ(describe(value), each.after);
     }
+}
+
+TEST(NkDtBool, TakesTheNumberThatAnUndefinedValueStores) {
+    struct Case {
+        NkDtWorkingMode mode;
+        const char* after;
+    };
+    constexpr Case cases[] = {{NkDtWmMissing, "5 missing modified"},
+                              {NkDtWmNull, "5 null modified"},
+                              {NkDtWmDefined, "5 defined modified"}};
+    for (const Case& each : cases) {
+        NkDtBool value = inMode(each.mode, TRUE);
+        value = undefinedWith(NkDtWmNull, 5);
+        EXPECT_EQ(describe(value), each.after);
+        EXPECT_EQ(value.GetWorkingMode(), each.mode);
+    }
+    NkDtBool same = undefinedWith(NkDtWmMissing, 5);
+    same = undefinedWith(NkDtWmNull, 5);
+    EXPECT_EQ(describe(same), "5 missing");
 }
 
 // --- SQL ---------------------------------------------------------------------------------------------
@@ -314,6 +399,18 @@ TEST(NkDtBool, ReadsTwoExternalTextsAndOnlyMarksItselfDefinedByAnyOther) {
         EXPECT_EQ(read(NkDtBool(NkDtWmMissing), text), "0 defined modified") << text;
         EXPECT_EQ(read(undefinedWith(NkDtWmNull, 5), text), "5 defined modified") << text;
     }
+}
+
+TEST(NkDtBool, ReadsAnExternalTextUpToItsFirstNul) {
+    const auto read = [](BOOL before, const NkDtString& external) {
+        NkDtBool value = inMode(NkDtWmNull, before);
+        value.SetFromExtern(&external, TRUE, 100);
+        return describe(value);
+    };
+    EXPECT_EQ(read(FALSE, withNulBehind("J")), "1 defined modified");
+    EXPECT_EQ(read(5, withNulBehind("N")), "0 defined modified");
+    EXPECT_EQ(read(5, withNulBehind("")), "5 defined");
+    EXPECT_EQ(read(5, withNulBehind("JN")), "5 defined");
 }
 
 TEST(NkDtBool, RefusesAnUndefinedExternalTextBeforeAnythingIsMarked) {

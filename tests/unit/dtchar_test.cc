@@ -125,6 +125,28 @@ TEST(NkDtChar, TakesAnUndefinedCharacterAsItsModeAllows) {
     }
 }
 
+TEST(NkDtChar, TakesTheCharacterThatAnUndefinedOneStores) {
+    struct Case {
+        NkDtWorkingMode mode;
+        const char* after;
+    };
+    constexpr Case cases[] = {{NkDtWmMissing, "'x' missing modified"},
+                              {NkDtWmNull, "'x' null modified"},
+                              {NkDtWmDefined, "'x' defined modified"}};
+    for (const Case& each : cases) {
+        NkDtChar value = inMode(each.mode, 'a');
+        value = undefinedWith(NkDtWmNull, 'x');
+        EXPECT_EQ(describe(value), each.after);
+        EXPECT_EQ(value.GetWorkingMode(), each.mode);
+    }
+    NkDtChar same = inMode(NkDtWmMissing, 'x');
+    same = undefinedWith(NkDtWmNull, 'x');
+    EXPECT_EQ(describe(same), "'x' missing modified");
+    same.SetModified(FALSE);
+    same = undefinedWith(NkDtWmNull, 'x');
+    EXPECT_EQ(describe(same), "'x' missing");
+}
+
 // --- Comparison --------------------------------------------------------------------------------------
 
 TEST(NkDtChar, IsEqualByteForByte) {
@@ -199,6 +221,26 @@ TEST(NkDtChar, ToUpperAndToLowerLeaveAnUndefinedCharacterUndefined) {
         value.ToUpper();
         value.ToLower();
         EXPECT_EQ(describe(value), before);
+    }
+}
+
+TEST(NkDtChar, ToUpperAndToLowerMapTheLetterThatAnUndefinedCharacterStores) {
+    struct Case {
+        TCHAR small;
+        TCHAR capital;
+    };
+    constexpr Case cases[] = {{'x', 'X'}, {'\xE4', '\xC4'}};
+    for (const Case& each : cases) {
+        NkDtChar value = undefinedWith(NkDtWmNull, each.small);
+        value.ToLower();
+        EXPECT_EQ(describe(value), describe(undefinedWith(NkDtWmNull, each.small)));
+        value.ToUpper();
+        EXPECT_EQ(value.GetValue(), each.capital);
+        EXPECT_EQ(stateOf(value), "null modified");
+        value.SetModified(FALSE);
+        value.ToLower();
+        EXPECT_EQ(value.GetValue(), each.small);
+        EXPECT_EQ(stateOf(value), "null modified");
     }
 }
 
@@ -282,6 +324,48 @@ TEST(NkDtChar, ConvertsUmlautsToTheOemPages) {
     }
 }
 
+TEST(NkDtChar, ConvertsTheLettersAndSignsThatBothPagesHave) {
+    struct Case {
+        const char* utf8;
+        unsigned in850;
+        unsigned in437;
+    };
+    constexpr Case cases[] = {{"ä", 0x84, 0x84}, {"ö", 0x94, 0x94}, {"ü", 0x81, 0x81}, {"Ä", 0x8E, 0x8E},
+                              {"Ö", 0x99, 0x99}, {"Ü", 0x9A, 0x9A}, {"ß", 0xE1, 0xE1}, {"é", 0x82, 0x82},
+                              {"à", 0x85, 0x85}, {"ç", 0x87, 0x87}, {"ñ", 0xA4, 0xA4}, {"£", 0x9C, 0x9C},
+                              {"¥", 0xBE, 0x9D}, {"½", 0xAB, 0xAB}, {"°", 0xF8, 0xF8}, {"ÿ", 0x98, 0x98}};
+    for (const UINT oem : {437U, 850U}) {
+        const CodePages scope(1252, oem);
+        for (const Case& each : cases) {
+            const TCHAR ch = cp1252(each.utf8).front();
+            EXPECT_STREQ(NkDtChar(ch).ConvToSQL(850), literalOf(each.in850).c_str()) << each.utf8;
+            EXPECT_STREQ(NkDtChar(ch).ConvToSQL(437), literalOf(each.in437).c_str()) << each.utf8;
+            NkDtChar value;
+            value.SetFromSQL(byteOf(each.in850), 850);
+            EXPECT_EQ(value.GetValue(), ch) << each.utf8;
+            value.SetFromSQL(byteOf(each.in437), 437);
+            EXPECT_EQ(value.GetValue(), ch) << each.utf8;
+        }
+    }
+}
+
+TEST(NkDtChar, ConvertsACharacterThatThePageDoesNotHaveToOneThatLooksLikeItOrALine) {
+    const auto literal = [](const char* utf8, UINT page) {
+        return std::string(NkDtChar(cp1252(utf8).front()).ConvToSQL(page).GetValue());
+    };
+    for (const UINT page : {437U, 850U})
+        EXPECT_EQ(literal("€", page), "'_'");
+    EXPECT_EQ(literal("À", 437), "'A'");
+    EXPECT_EQ(literal("ø", 437), "'o'");
+    EXPECT_EQ(literal("ø", 850), "'\x9B'");
+    EXPECT_EQ(literal("À", 850), "'\xB7'");
+    NkDtChar value;
+    value.SetFromSQL('\x9B', 850);
+    EXPECT_EQ(value.GetValue(), cp1252("ø").front());
+    value.SetFromSQL('\x9B', 437);
+    EXPECT_EQ(value.GetValue(), cp1252("¢").front());
+}
+
 TEST(NkDtChar, DoublesAnApostropheThatTheConversionMakes) {
     EXPECT_STREQ(NkDtChar('\'').ConvToSQL(850), "''''");
     for (const char ch : {'\x82', '\x91', '\x92'})
@@ -307,8 +391,10 @@ TEST(NkDtChar, RefusesAPageThatCannotBeConvertedAndStaysAsItWas) {
                         "NkDtChar", "SetFromSQL(CHAR,UINT)"}});
         EXPECT_EQ(describe(value), before);
     }
-    expectOrigins({{"ConvToSQL", [] { NkDtChar('x').ConvToSQL(852); }, NkDtErrCodepage, ".\\dtchar.cc",
-                    "NkDtChar", "ConvToSQL(UINT)"}});
+    for (const TCHAR ch : {'x', '\'', '\0'}) {  // those of a special literal too
+        expectOrigins({{"ConvToSQL", [=] { NkDtChar(ch).ConvToSQL(852); }, NkDtErrCodepage, ".\\dtchar.cc",
+                        "NkDtChar", "ConvToSQL(UINT)"}});
+    }
 }
 
 TEST(NkDtChar, AsksForPage437BeforeTheSystemsPageWhenReadingAndBehindItWhenWriting) {
@@ -376,6 +462,21 @@ TEST(NkDtChar, TakesTheFirstCharacterOfAnExternalText) {
               value.SetFromExtern(&undefined, TRUE, 100);
           },
           NkDtErrDefiniertheit, ".\\dtchar.cc", "NkDtChar", "SetFromExtern(NkDtString*,BOOL,USHORT)"}});
+}
+
+TEST(NkDtChar, TakesTheNulThatAnExternalTextBeginsWith) {
+    NkDtString nul("");
+    nul += '\0';
+    nul += 'b';
+    nul.SetModified(FALSE);
+    ASSERT_EQ(bytesOf(nul), "\\0b");
+    NkDtChar value = inMode(NkDtWmNull, 'a');
+    value.SetFromExtern(&nul, TRUE, 100);
+    EXPECT_EQ(describe(value), "'' defined modified");
+    NkDtChar null(NkDtWmNull);
+    null.SetFromExtern(&nul, TRUE, 100);
+    EXPECT_EQ(describe(null), "'' defined modified");
+    EXPECT_EQ(describe(NkDtChar(nul)), "'' defined");
 }
 
 TEST(NkDtChar, TakesTheFirstCharacterOfAField) {

@@ -56,6 +56,26 @@ TEST(NkDtStringFromTruthValue, HasTheStateOfTheValueAndItsWord) {
     }
 }
 
+TEST(NkDtStringFromTruthValue, IsEmptyAndUndefinedInModeTwoTooWhateverNumberIsStored) {
+    NkDtBool value(NkDtWmDefined);
+    load(value, {0, 0, 0, 0, 5, 0, 0, 0});  // a load does not ask for the mode
+    value.SetModified(FALSE);
+    ASSERT_EQ(describe(value), "5 undefined");
+    const NkDtString text(value);
+    EXPECT_EQ(describe(text), "'' 0/0 undefined");
+    EXPECT_EQ(text.GetWorkingMode(), NkDtWmDefined);
+    NkDtString assigned("abc");
+    assigned = value;
+    EXPECT_EQ(describe(assigned), "'' 0/0 missing");
+    NkDtString appended("abc");
+    appended += value;
+    EXPECT_EQ(describe(appended), "'abc' 3/3 defined");
+    EXPECT_EQ(describe(appended + value), "'abc' 3/3 defined");
+    BOOL defined = TRUE;
+    USHORT version = 0;
+    EXPECT_EQ(describe(value.ConvToExtern(defined, version)), "'' 0/0 undefined");
+}
+
 // --- Assigning ---------------------------------------------------------------------------------------
 
 TEST(NkDtStringAssignedACharacter, IsAssignedItAsAPlainOne) {

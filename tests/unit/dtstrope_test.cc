@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TextTesting.h"
 #include "ValueTesting.h"
 
 namespace {
@@ -120,6 +121,19 @@ TEST(NkDtStringAppend, OfATextValueFollowsTheDefinednessOfBoth) {
         text += added;
         EXPECT_EQ(describe(text), each.after);
         EXPECT_EQ(describe(added), describe(each.added()));
+    }
+}
+
+TEST(NkDtStringAppend, OfAFrameworkTextStopsAtItsFirstNul) {
+    for (const Make target : {defined, definedWithRoom, missing, withNul}) {
+        NkDtString text = target();
+        NkDtString plain = target();
+        text += CString("x\0y", 3);
+        plain += "x";
+        EXPECT_EQ(describe(text), describe(plain));
+        NkDtString unchanged = target();
+        unchanged += CString("\0y", 2);
+        EXPECT_EQ(describe(unchanged), describe(target()));
     }
 }
 
@@ -316,6 +330,16 @@ TEST(NkDtStringStream, WritesTheBytesUpToTheFirstNulAndNothingForAnUndefinedText
     stream << defined() << '|' << NkDtString("M\xFCller") << '|' << withNul() << '|' << missing() << null()
            << '|';
     EXPECT_EQ(stream.str(), "abc|M\xFCller|a||");
+}
+
+TEST(NkDtStringStream, WritesNothingForAnUndefinedTextThatHoldsCharacters) {
+    for (const NkDtWorkingMode mode : {NkDtWmMissing, NkDtWmNull}) {
+        const NkDtString text = undefinedWithText(mode, "abc");
+        ASSERT_EQ(bytesOf(text), "abc");
+        std::ostringstream stream;
+        stream << '|' << text << '|';
+        EXPECT_EQ(stream.str(), "||");
+    }
 }
 
 // --- Equality -----------------------------------------------------------------------------------

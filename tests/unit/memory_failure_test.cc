@@ -323,7 +323,7 @@ TEST_F(TextMemoryFailure, LeavesNothingBehindAConstructionThatFails) {
     const NkDtChar character('x');
     tryEach("character value", kNewHandler, [&] { const NkDtString text(character); });
     const NkDtBool truth(TRUE);
-    tryEach("truth value", kNewHandler | kReplaced, [&] { const NkDtString text(truth); });
+    tryEach("truth value", kNewHandler, [&] { const NkDtString text(truth); });
     SysFreeString(wide);
 }
 
@@ -381,6 +381,53 @@ TEST_F(TextMemoryFailure, EmptiesTheTextWhenItCannotBeLengthened) {
         [](const NkDtString& text, const NkDtString& before) { isEmptied(text, before); });
 }
 
+TEST_F(TextMemoryFailure, EmptiesTheTextWhenEditingCannotLengthenIt) {
+    const NkDtString other(kLong);
+    const NkDtString part("a");
+    const std::function<NkDtString()> makes[] = {[] { return NkDtString("abc"); },
+                                                 [] { return NkDtString(kLong); }};
+    for (const std::function<NkDtString()>& make : makes) {
+        const auto tryOn = [&make](const char* name, const Operation& operation) {
+            tryEachOn<NkDtString>(name, make, kNewHandler, operation, isEmptied);
+        };
+        tryOn("Copy", [&](NkDtString& text) { text.Copy(other, text.GetLength()); });
+        tryOn("CopyParts", [&](NkDtString& text) { text.CopyParts(other, text.GetLength()); });
+        tryOn("Insert", [&](NkDtString& text) { text.Insert(other, 0); });
+        tryOn("FillUp", [](NkDtString& text) { text.FillUp('x', 100, NkDtStrLeft); });
+        tryOn("Change all", [&](NkDtString& text) {
+            if (text.IsEmpty()) return;
+            text.Change(part, other, NkDtStrAll);
+        });
+        tryOn("Change at a position", [&](NkDtString& text) {
+            if (text.IsEmpty()) return;
+            text.Change(part, other, 1);
+        });
+    }
+}
+
+TEST_F(TextMemoryFailure, EmptiesTheTextThatIsInsertedIntoItself) {
+    const std::function<NkDtString()> make = [] { return NkDtString(kLong); };
+    tryEachOn<NkDtString>(
+        "Insert", make, kNewHandler,
+        [](NkDtString& text) {
+            if (!text.IsEmpty()) text.Insert(text, 5);
+        },
+        isEmptied);
+}
+
+TEST_F(TextMemoryFailure, LeavesTheDividedTextWhenAReceiverCannotGrow) {
+    const NkDtString text(kLong);
+    const std::function<NkDtString()> receiver = [] { return NkDtString("x"); };
+    NkDtString other;
+    tryEachOn<NkDtString>(
+        "left", receiver, kNewHandler, [&](NkDtString& left) { text.Split(left, other, 30); },
+        isUnchangedOrEmptied);
+    tryEachOn<NkDtString>(
+        "right", receiver, kNewHandler, [&](NkDtString& right) { text.Split(other, right, 5); },
+        isUnchangedOrEmptied);
+    EXPECT_EQ(bytesOf(text), kLong);
+}
+
 TEST_F(TextMemoryFailure, LeavesNothingBehindAConcatenationThatFails) {
     const NkDtString a("abc");
     const NkDtString b(kLong);
@@ -409,7 +456,7 @@ TEST_F(TextMemoryFailure, LeavesNothingBehindAnAccessThatFails) {
     const NkDtString text(kLong);
     const NkDtString null(NkDtWmNull);
     tryEach("GetnValue", kReplaced, [&] { static_cast<void>(text.GetnValue(2, 30)); });
-    tryEach("GetnValue of a null", kNewHandler | kReplaced, [&] { static_cast<void>(null.GetnValue(0, 0)); });
+    tryEach("GetnValue of a null", kReplaced, [&] { static_cast<void>(null.GetnValue(0, 0)); });
     tryEach("framework text", kMemoryException, [&] { static_cast<void>(static_cast<CString>(text)); });
     tryEach("16-bit text", kMemoryException, [&] { SysFreeString(text); });
     EXPECT_EQ(bytesOf(text), kLong);

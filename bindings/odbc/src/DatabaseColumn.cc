@@ -113,9 +113,12 @@ INT writtenLength(std::string_view numbers) noexcept {
 CDatabaseColumn::Type CDatabaseColumn::TypeFromName(LPCTSTR lpszTypeName, INT nLength) noexcept {
     const std::string_view declared = withoutBlanksAround(lpszTypeName == nullptr ? "" : lpszTypeName);
     const auto parenthesis = declared.find('(');
-    const Type type = namedType(withoutBlanksAround(declared.substr(0, parenthesis)));
-    if (type != character) return type;
+    const std::string_view name = withoutBlanksAround(declared.substr(0, parenthesis));
+    const Type type = namedType(name);
+    const bool isBit = type == boolean && isNamed(name, "BIT");
+    if (type != character && !isBit) return type;
     INT length = parenthesis == std::string_view::npos ? -1 : writtenLength(declared.substr(parenthesis + 1));
     if (length < 0) length = nLength;
-    return length <= 1 ? character : text;
+    if (length <= 1) return type;
+    return isBit ? unknown : text;
 }

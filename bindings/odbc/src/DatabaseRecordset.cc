@@ -412,7 +412,8 @@ void CDatabaseRecordset::BindLong(LPCTSTR lpszColumn, long& nField) {
 }
 
 void CDatabaseRecordset::BindBool(LPCTSTR lpszColumn, BOOL& fField) {
-    m_impl->columnToBind(lpszColumn).exchange = exchangeBool(fField);
+    RowColumn& column = m_impl->columnToBind(lpszColumn);
+    column.exchange = exchangeBool(fField, column.keepsWhatItIsGiven());
     SetFieldNull(&fField, TRUE);
 }
 
@@ -426,7 +427,7 @@ void CDatabaseRecordset::BindDouble(LPCTSTR lpszColumn, double& dField) {
 void CDatabaseRecordset::BindChar(LPCTSTR lpszColumn, CString& strField) {
     RowColumn& column = m_impl->columnToBind(lpszColumn);
     column.exactNumbers = false;
-    column.exchange = exchangeChar(strField);
+    column.exchange = exchangeChar(strField, column.keepsWhatItIsGiven());
     SetFieldNull(&strField, TRUE);
 }
 

@@ -119,7 +119,8 @@ void refuseCharacter(const nkcp::Conversion& end) {
 
 class TextExchange final : public FieldExchange {
   public:
-    TextExchange(CString& field, std::size_t longest) : m_field(field), m_longest(longest) {
+    TextExchange(CString& field, std::size_t longest, bool emptyIsKept = true)
+        : m_field(field), m_longest(longest), m_emptyIsKept(emptyIsKept) {
         if (longest < longestText) reserveText(field, longest);
     }
 
@@ -155,6 +156,8 @@ class TextExchange final : public FieldExchange {
         if (text.find('\0') != std::string_view::npos)
             throw Refusal{"22021", "Ein NUL im Text ist nicht speicherbar"};
         if (text.size() > m_longest) refuseLength();
+        if (text.empty() && !m_emptyIsKept)
+            throw Refusal{"22026", "Die Spalte macht aus einem leeren Text ein Leerzeichen"};
         std::string& utf8 = value.setText();
         utf8.clear();
         nkcp::appendUtf8FromCp1252(text, utf8);
@@ -165,6 +168,7 @@ class TextExchange final : public FieldExchange {
 
     CString& m_field;
     const std::size_t m_longest;
+    const bool m_emptyIsKept;
 };
 
 }  // namespace
@@ -208,17 +212,18 @@ std::unique_ptr<FieldExchange> exchangeLong(long& field) {
                                                        std::numeric_limits<std::int32_t>::max());
 }
 
-std::unique_ptr<FieldExchange> exchangeBool(BOOL& field) {
-    return std::make_unique<WholeNumberExchange<BOOL>>(field, std::numeric_limits<BOOL>::min(),
-                                                       std::numeric_limits<BOOL>::max());
+std::unique_ptr<FieldExchange> exchangeBool(BOOL& field, bool numbersAreKept) {
+    using Limits = std::numeric_limits<BOOL>;
+    return std::make_unique<WholeNumberExchange<BOOL>>(field, numbersAreKept ? Limits::min() : 0,
+                                                       numbersAreKept ? Limits::max() : 1);
 }
 
 std::unique_ptr<FieldExchange> exchangeDouble(double& field, bool numbersAreExact) {
     return std::make_unique<DoubleExchange>(field, numbersAreExact);
 }
 
-std::unique_ptr<FieldExchange> exchangeChar(CString& field) {
-    return std::make_unique<TextExchange>(field, 1);
+std::unique_ptr<FieldExchange> exchangeChar(CString& field, bool emptyIsKept) {
+    return std::make_unique<TextExchange>(field, 1, emptyIsKept);
 }
 
 std::unique_ptr<FieldExchange> exchangeText(CString& field) {

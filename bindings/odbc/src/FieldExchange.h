@@ -56,11 +56,14 @@ class FieldExchange {
 
 std::unique_ptr<FieldExchange> exchangeShort(int& field);
 std::unique_ptr<FieldExchange> exchangeLong(long& field);
-std::unique_ptr<FieldExchange> exchangeBool(BOOL& field);
+/// @param numbersAreKept whether the column holds any number for true; else writing one but 0 and 1 is
+/// refused
+std::unique_ptr<FieldExchange> exchangeBool(BOOL& field, bool numbersAreKept);
 /// @param numbersAreExact whether the column takes a double as a double, else as the shortest text that reads
 /// back
 std::unique_ptr<FieldExchange> exchangeDouble(double& field, bool numbersAreExact);
-std::unique_ptr<FieldExchange> exchangeChar(CString& field);
+/// @param emptyIsKept whether the column holds an empty text; else writing one is refused
+std::unique_ptr<FieldExchange> exchangeChar(CString& field, bool emptyIsKept);
 std::unique_ptr<FieldExchange> exchangeText(CString& field);
 
 /// Makes room for a text of @p length characters and more, so that growing texts do not allocate one by one.

@@ -25,7 +25,9 @@ bool isTextType(CDatabaseColumn::Type type) noexcept {
 RowColumn::RowColumn(const CDatabaseColumn& column, CDatabase::Dbms dbms)
     : m_column(column),
       m_parameterType(nkdt::odbc::parameterType(dbms, column.nType, column.strTypeName)),
-      m_takesNumbers(dbms == CDatabase::sqlite && !isTextType(column.nType)) {
+      m_takesNumbers(dbms == CDatabase::sqlite && !isTextType(column.nType)),
+      m_keepsWhatItIsGiven(dbms != CDatabase::postgresql || (column.nType != CDatabaseColumn::character &&
+                                                             column.nType != CDatabaseColumn::boolean)) {
     exactNumbers = column.nType == CDatabaseColumn::floating;
 }
 

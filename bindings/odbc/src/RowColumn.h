@@ -22,6 +22,9 @@ class RowColumn {
     SQLSMALLINT parameterType() const noexcept { return m_parameterType; }
     /// TRUE if doubles are written as doubles here, because the database reads their texts inexactly.
     bool takesNumbers() const noexcept { return m_takesNumbers; }
+    /// FALSE for the columns of PostgreSQL that hold one character, where an empty text comes back as a
+    /// blank, or a truth value, where each number but 0 comes back as 1.
+    bool keepsWhatItIsGiven() const noexcept { return m_keepsWhatItIsGiven; }
     /// The expression that selects the column.
     std::string expression() const;
 
@@ -45,6 +48,7 @@ class RowColumn {
     const CDatabaseColumn& m_column;
     SQLSMALLINT m_parameterType;
     bool m_takesNumbers;
+    bool m_keepsWhatItIsGiven;
     int m_number = 0;
     std::vector<char> m_buffer;
     SQLLEN m_indicator = SQL_NULL_DATA;

@@ -148,6 +148,72 @@ TEST_P(ValueExchange, CharactersAndTruthValuesCrossBothWays) {
     EXPECT_TRUE(active.IsNull());
 }
 
+TEST_P(ValueExchange, ATruthValueIsWrittenAsItsNumberWhichABooleanOfPostgresqlMustBeOneOrZero) {
+    execute("CREATE TABLE arten (nummer INTEGER PRIMARY KEY, aktiv BOOLEAN)");
+    BOOL activeField = FALSE;
+    rs.OpenTable("arten", CDatabaseRecordset::updatable, nullptr, "nummer");
+    rs.BindLong("nummer", numberField);
+    rs.BindBool("aktiv", activeField);
+    long key = 0;
+    for (const BOOL given : {0, 1, 2, 5, -1, 2147483647}) {
+        SCOPED_TRACE(given);
+        const bool refused = isPostgresql() && given != 0 && given != 1;
+        rs.AddNew();
+        number = ++key;
+        number.ConvToRecordSet(rs, numberField);
+        NkDtBool(given).ConvToRecordSet(rs, activeField);
+        const Thrown thrown = thrownBy([&] { EXPECT_TRUE(rs.Update()); });
+        EXPECT_EQ(thrown.thrown, refused);
+        if (refused) {
+            EXPECT_EQ(thrown.state.substr(0, 2), "22") << thrown.text;  // a data exception
+            rs.CancelUpdate();
+        }
+        const std::string row = " FROM arten WHERE nummer = " + std::to_string(key);
+        EXPECT_EQ(value("SELECT COUNT(*)" + row), refused ? "0" : "1");
+        if (!refused) {
+            EXPECT_EQ(value("SELECT CAST(aktiv AS INTEGER)" + row), std::to_string(given));
+        }
+    }
+}
+
+TEST_P(ValueExchange, AnEmptyCharacterIsRefusedWhereItWouldComeBackAsABlank) {
+    execute("CREATE TABLE arten (nummer INTEGER PRIMARY KEY, art CHAR(1), text VARCHAR(1))");
+    CString kindField;
+    CString textField;
+    const auto open = [&] {
+        rs.OpenTable("arten", CDatabaseRecordset::updatable, nullptr, "nummer");
+        rs.BindLong("nummer", numberField);
+        rs.BindChar("art", kindField);
+        rs.BindChar("text", textField);
+    };
+    const auto add = [&](long key, const NkDtChar& kind) {
+        rs.AddNew();
+        number = key;
+        number.ConvToRecordSet(rs, numberField);
+        kind.ConvToRecordSet(rs, kindField);
+        NkDtChar('\0').ConvToRecordSet(rs, textField);
+        EXPECT_TRUE(rs.Update());
+    };
+    open();
+    add(1, NkDtChar('A'));
+    const Thrown thrown = thrownBy([&] { add(2, NkDtChar('\0')); });
+    EXPECT_EQ(thrown.thrown, isPostgresql());
+    if (isPostgresql()) {
+        EXPECT_EQ(thrown.state, "22026");
+        EXPECT_NE(thrown.text.find("art"), std::string::npos) << thrown.text;
+    }
+    EXPECT_EQ(value("SELECT COUNT(*) FROM arten"), isPostgresql() ? "1" : "2");
+    open();
+    ASSERT_TRUE(rs.MoveNext());
+    EXPECT_EQ(textField.GetLength(), 0);
+    if (isPostgresql()) return;
+    ASSERT_TRUE(rs.MoveNext());
+    NkDtChar kind;
+    kind.SetFromRecordSet(rs, kindField);
+    EXPECT_TRUE(kind.IsDefined());
+    EXPECT_EQ(kind.GetValue(), '\0');
+}
+
 TEST(TruthValuesOfSqlite, AreTheNumbersThatAreStoredAndNothingElse) {
     const TemporaryFolder folder;
     CDatabase db;
