@@ -31,7 +31,8 @@ void requireNotMissing(const NkDtString& text, const NkDtString& argument, const
 
 /// A position in front of a character, or at the end.
 void requirePosition(const NkDtString& text, INT nPos, const Origin& origin) {
-    if (nPos < 0 || nPos > text.GetLength()) raise(origin, NkDtErrStringindex);
+    if (nPos < 0 || nPos > text.GetLength()) [[unlikely]]
+        raise(origin, NkDtErrStringindex);
 }
 
 /// A position with as many characters behind it.
@@ -179,7 +180,7 @@ void NkDtString::FillUp(TCHAR ch, INT nLen, INT nMode) {
 
 void NkDtString::Cut(INT nLen) {
     static constexpr Origin origin = originOf("Cut(INT)");
-    if (!IsDefined() || nLen == GetLength()) return;
+    if (!IsDefined() || nLen == Text().Length()) return;
     requirePosition(*this, nLen, origin);
     Text().SetLength(nLen);
     SetModified(TRUE);

@@ -179,7 +179,7 @@ void NkDtString::AppendCharacter(TCHAR ch, const Origin& origin) {
     SetModified(TRUE);
 }
 
-void NkDtString::Append(const TextPiece& piece, const Origin& origin) {
+[[gnu::flatten]] void NkDtString::Append(const TextPiece& piece, const Origin& origin) {
     if (piece.characters.empty()) return;
     wrapped(origin, [&] {
         NkDtString_Imp& text = Text();

@@ -1,6 +1,7 @@
 #include "nkcp/CodePage.h"
 
 #include <atomic>
+#include <cstring>
 
 #include "Tables.h"
 
@@ -49,8 +50,18 @@ const Table* bestFitTable(UINT from, UINT to) noexcept {
 }
 
 void convertInPlace(LPTSTR pszText, const Table& table) noexcept {
-    for (; *pszText != '\0'; ++pszText)
-        *pszText = static_cast<TCHAR>(table[static_cast<unsigned char>(*pszText)]);
+    const auto convert = [&table](TCHAR ch) {
+        return static_cast<TCHAR>(table[static_cast<unsigned char>(ch)]);
+    };
+    // Four at a time, counted first: the bytes do not wait for each other then.
+    std::size_t length = std::strlen(pszText);
+    for (; length >= 4; length -= 4, pszText += 4) {
+        const TCHAR converted[] = {convert(pszText[0]), convert(pszText[1]), convert(pszText[2]),
+                                   convert(pszText[3])};
+        std::memcpy(pszText, converted, sizeof converted);
+    }
+    for (; length > 0; --length, ++pszText)
+        *pszText = convert(*pszText);
 }
 
 }  // namespace nkcp
