@@ -7,63 +7,20 @@
 #include <ostream>
 #include <string_view>
 
-#include "Conversion.h"
 #include "NullRule.h"
-#include "Raise.h"
-#include "ValueRecords.h"
+#include "StoredValueFlow.h"
 #include "nkdt/WholeNumber.h"
 
 namespace nkdt {
 
-/// What a whole-number class states beside its record: `module`, `classText`, `typ`, the signature
-/// `setFromSql`; the signatures of its six comparisons with another value and of those with a number
-/// (`comparisons`, `numberComparisons`, in the order of Comparison); `defaultFormat()`; and how a format
-/// shows and reads its native type (`format()`, `parse()`).
-template <class Derived>
-struct WholeNumberPart;
+// The class's part states its `module` and `classText`; the signatures of its six comparisons with another
+// value and of those with a number (`comparisons`, `numberComparisons`, in the order of Comparison) and of
+// SetFromSQL() (`setFromSql`); `defaultFormat()`; and how a format shows and reads its native type
+// (`format()`, `parse()`).
 
 template <class Derived>
 inline constexpr Origin originOf(const char* operation) {
-    return {WholeNumberPart<Derived>::module, WholeNumberPart<Derived>::classText, operation};
-}
-
-template <class Derived>
-WholeNumber<Derived>::WholeNumber(BOOL fDefined, NkDtWorkingMode eMode, Value n)
-    : WholeNumber(newRecords<Imp>(newState(fDefined, eMode), n)) {}
-
-template <class Derived>
-WholeNumber<Derived>::WholeNumber(const NkDtBasis& r, Value n)
-    : WholeNumber(newRecords<Imp>(ValueAccess::state(r), n)) {}
-
-template <class Derived>
-WholeNumber<Derived>::WholeNumber(const WholeNumber& r)
-    : WholeNumber(newRecords<Imp>(ValueAccess::state(r), *r.m_imp)) {}
-
-template <class Derived>
-WholeNumber<Derived>::WholeNumber(const NewRecords<Imp>& records) noexcept
-    : NkDtBasis(records.state), m_imp(records.imp) {}
-
-template <class Derived>
-WholeNumber<Derived>::~WholeNumber() {
-    endRecords(*this, m_imp);
-}
-
-template <class Derived>
-auto WholeNumber<Derived>::Stored() const -> Value {
-    return m_imp->value;
-}
-
-template <class Derived>
-void WholeNumber<Derived>::Store(Value n) {
-    if (m_imp->value == n) return;
-    SetModified(TRUE);
-    m_imp->value = n;
-}
-
-template <class Derived>
-void WholeNumber<Derived>::CopyFrom(const WholeNumber& r) {
-    Store(r.Stored());
-    NkDtBasis::operator=(r);
+    return {ValuePart<Derived>::module, ValuePart<Derived>::classText, operation};
 }
 
 template <class Derived>
@@ -74,16 +31,15 @@ void WholeNumber<Derived>::RaiseRange() {
 template <class Derived>
 auto WholeNumber<Derived>::GetValue() const -> Native {
     static constexpr Origin origin = originOf<Derived>("GetValue()");
-    if (IsMissing()) raise(origin, NkDtErrUndefiniert);
-    return m_imp->value;
+    if (this->IsMissing()) raise(origin, NkDtErrUndefiniert);
+    return Stored();
 }
 
 template <class Derived>
 Derived& WholeNumber<Derived>::operator=(INT n) {
     static constexpr Origin origin = originOf<Derived>("operator=(INT)");
     if (!fits<Value>(n)) raise(origin, NkDtErrWertebereich);
-    Store(static_cast<Value>(n));
-    SetDefined(TRUE);
+    this->SetTo(static_cast<Value>(n));
     return Self();
 }
 
@@ -131,9 +87,9 @@ Derived WholeNumber<Derived>::Compute(INT a, const Derived& b, Operation operati
 
 template <class Derived>
 Derived& WholeNumber<Derived>::Accumulate(const Derived& r, Operation operation) {
-    if (!CheckDefinedForArithmetic(*this, r)) {
+    if (!this->CheckDefinedForArithmetic(*this, r)) {
         Store(0);
-        SetDefined(FALSE);
+        this->SetDefined(FALSE);
         return Self();
     }
     AccumulateNumber(r.Stored(), operation);
@@ -142,7 +98,7 @@ Derived& WholeNumber<Derived>::Accumulate(const Derived& r, Operation operation)
 
 template <class Derived>
 Derived& WholeNumber<Derived>::Accumulate(INT n, Operation operation) {
-    if (!IsMissing()) AccumulateNumber(n, operation);
+    if (!this->IsMissing()) AccumulateNumber(n, operation);
     return Self();
 }
 
@@ -151,10 +107,9 @@ void WholeNumber<Derived>::AccumulateNumber(INT n, Operation operation) {
     if (n != 0) {
         // Computed before anything changes: a result beyond the range leaves the value and its flag alone.
         const Value result = operation == Operation::add ? Imp::add(Stored(), n) : Imp::subtract(Stored(), n);
-        SetModified(TRUE);
-        m_imp->value = result;
+        Store(result);
     }
-    SetDefined(TRUE);
+    this->SetDefined(TRUE);
 }
 
 // Comparison
@@ -162,9 +117,8 @@ void WholeNumber<Derived>::AccumulateNumber(INT n, Operation operation) {
 template <class Derived>
 int WholeNumber<Derived>::Order(const Derived& a, const Derived& b, Comparison comparison) {
     if (a.IsMissing() || b.IsMissing()) [[unlikely]] {
-        raise(
-            originOf<Derived>(WholeNumberPart<Derived>::comparisons[static_cast<unsigned char>(comparison)]),
-            NkDtErrUndefiniert);
+        raise(originOf<Derived>(ValuePart<Derived>::comparisons[static_cast<unsigned char>(comparison)]),
+              NkDtErrUndefiniert);
     }
     return (a.Stored() > b.Stored()) - (a.Stored() < b.Stored());
 }
@@ -172,31 +126,11 @@ int WholeNumber<Derived>::Order(const Derived& a, const Derived& b, Comparison c
 template <class Derived>
 int WholeNumber<Derived>::Order(const Derived& a, LONGLONG b, Comparison comparison) {
     if (a.IsMissing()) [[unlikely]] {
-        raise(originOf<Derived>(
-                  WholeNumberPart<Derived>::numberComparisons[static_cast<unsigned char>(comparison)]),
-              NkDtErrUndefiniert);
+        raise(
+            originOf<Derived>(ValuePart<Derived>::numberComparisons[static_cast<unsigned char>(comparison)]),
+            NkDtErrUndefiniert);
     }
     return (a.Stored() > b) - (a.Stored() < b);
-}
-
-// The base contract
-
-template <class Derived>
-void WholeNumber<Derived>::Clear() {
-    Store(0);
-    NkDtBasis::Clear();
-}
-
-template <class Derived>
-void WholeNumber<Derived>::Assign(const NkDtBasis& r) {
-    static constexpr Origin origin = originOf<Derived>("Assign(NkDtBasis&)");
-    if (!r.IsKindOf(Derived::GetThisClass())) raise(origin, NkDtErrBasistypen);
-    Self() = static_cast<const Derived&>(r);
-}
-
-template <class Derived>
-NkDtTyps WholeNumber<Derived>::GetDtTyp() const {
-    return WholeNumberPart<Derived>::typ;
 }
 
 // Conversions
@@ -204,7 +138,7 @@ NkDtTyps WholeNumber<Derived>::GetDtTyp() const {
 template <class Derived>
 CString WholeNumber<Derived>::ConvToOFL(const NkFormat* pFormat) const {
     static constexpr Origin origin = originOf<Derived>("ConvToOFL(NkFormat*)");
-    using Part = WholeNumberPart<Derived>;
+    using Part = ValuePart<Derived>;
     return convToOFL(*this, pFormat, Part::defaultFormat(), origin,
                      [this](const NkFormat& format) { return Part::format(format, Stored()); });
 }
@@ -212,7 +146,7 @@ CString WholeNumber<Derived>::ConvToOFL(const NkFormat* pFormat) const {
 template <class Derived>
 void WholeNumber<Derived>::SetFromOFL(LPCTSTR pszOFL, const NkFormat* pFormat) {
     static constexpr Origin origin = originOf<Derived>("SetFromOFL(LPCTSTR,NkFormat*)");
-    using Part = WholeNumberPart<Derived>;
+    using Part = ValuePart<Derived>;
     setFromOFL(*this, pszOFL, pFormat, Part::defaultFormat(), origin, Part::parse,
                [this](Value n) { Store(n); });
 }
@@ -232,42 +166,25 @@ void WholeNumber<Derived>::SetFromExtern(const NkDtString* pExternData, BOOL fDe
 
 template <class Derived>
 void WholeNumber<Derived>::SetFromSQL(Native n) {
-    static constexpr Origin origin = originOf<Derived>(WholeNumberPart<Derived>::setFromSql);
+    static constexpr Origin origin = originOf<Derived>(ValuePart<Derived>::setFromSql);
     if (!fits<Value>(n)) raise(origin, NkDtErrWertebereich);
-    Store(static_cast<Value>(n));
-    SetDefined(TRUE);
+    this->SetTo(static_cast<Value>(n));
 }
 
 template <class Derived>
 NkDtString WholeNumber<Derived>::ConvToSQL() const {
-    return IsDefined() ? NkDtString(INT{Stored()}) : NkDtString("NULL");
+    return this->IsDefined() ? NkDtString(INT{Stored()}) : NkDtString("NULL");
 }
 
 template <class Derived>
 void WholeNumber<Derived>::SetFromRecordSet(CRecordset& rs, const Field& rField) {
     setFromRecordSet(*this, rs, rField,
-                     [this](const Field& field) { Store(WholeNumberPart<Derived>::fromField(field)); });
+                     [this](const Field& field) { Store(ValuePart<Derived>::fromField(field)); });
 }
 
 template <class Derived>
 void WholeNumber<Derived>::ConvToRecordSet(CRecordset& rs, Field& rField) const {
     convToRecordSet(*this, rs, rField, [this](Field& field) { field = Stored(); });
-}
-
-template <class Derived>
-void WholeNumber<Derived>::Serialize(CArchive& ar) {
-    if (ar.IsStoring()) {
-        NkDtBasis::Serialize(ar);
-        ar << Stored();
-        return;
-    }
-    load(
-        *this, [&] { NkDtBasis::Serialize(ar); },
-        [&] {
-            Value n = 0;
-            ar >> n;
-            Store(n);
-        });
 }
 
 template <class Derived>

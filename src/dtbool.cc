@@ -17,7 +17,7 @@ constexpr Origin originOf(const char* operation) {
 }  // namespace
 
 template <>
-struct PlainValuePart<NkDtBool> {
+struct ValuePart<NkDtBool> {
     static constexpr NkDtTyps typ = NkDtTypBool;
     static constexpr Origin assign = originOf("VOID  NkDtBool :: Assign ( const NkDtBasis & krCopyObj )");
     static constexpr Origin comparisons[] = {
@@ -31,6 +31,7 @@ struct PlainValuePart<NkDtBool> {
 };
 
 template class Record<NkDtBool_Imp>;
+template class StoredValue<NkDtBool>;
 template class PlainValue<NkDtBool>;
 
 }  // namespace nkdt

@@ -18,7 +18,7 @@ constexpr Origin originOf(const char* operation) {
 }  // namespace
 
 template <>
-struct PlainValuePart<NkDtChar> {
+struct ValuePart<NkDtChar> {
     static constexpr NkDtTyps typ = NkDtTypChar;
     static constexpr Origin assign = originOf("Assign(NkDtBasis&)");
     static constexpr Origin comparisons[] = {originOf("operator==(NkDtChar&)"),
@@ -30,6 +30,7 @@ struct PlainValuePart<NkDtChar> {
 };
 
 template class Record<NkDtChar_Imp>;
+template class StoredValue<NkDtChar>;
 template class PlainValue<NkDtChar>;
 
 }  // namespace nkdt

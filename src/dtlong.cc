@@ -8,10 +8,11 @@
 namespace nkdt {
 
 template <>
-struct WholeNumberPart<NkDtLong> {
+struct ValuePart<NkDtLong> {
     static constexpr const char* module = ".\\dtlong.cc";
     static constexpr const char* classText = "NkDtLong";
     static constexpr NkDtTyps typ = NkDtTypLong;
+    static constexpr Origin assign = {module, classText, "Assign(NkDtBasis&)"};
     static constexpr const char* comparisons[] = {"operator==(NkDtLong&)", "operator!=(NkDtLong&)",
                                                   "operator<(NkDtLong&)",  "operator>(NkDtLong&)",
                                                   "operator<=(NkDtLong&)", "operator>=(NkDtLong&)"};
@@ -31,6 +32,7 @@ struct WholeNumberPart<NkDtLong> {
 };
 
 template class Record<NkDtLong_Imp>;
+template class StoredValue<NkDtLong>;
 template class WholeNumber<NkDtLong>;
 
 }  // namespace nkdt

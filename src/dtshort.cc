@@ -7,10 +7,11 @@
 namespace nkdt {
 
 template <>
-struct WholeNumberPart<NkDtShort> {
+struct ValuePart<NkDtShort> {
     static constexpr const char* module = ".\\dtshort.cc";
     static constexpr const char* classText = "NkDtShort";
     static constexpr NkDtTyps typ = NkDtTypShort;
+    static constexpr Origin assign = {module, classText, "Assign(NkDtBasis&)"};
     static constexpr const char* comparisons[] = {"operator==(NkDtShort&)", "operator!=(NkDtShort&)",
                                                   "operator<(NkDtShort&)",  "operator>(NkDtShort&)",
                                                   "operator<=(NkDtShort&)", "operator>=(NkDtShort&)"};
@@ -27,6 +28,7 @@ struct WholeNumberPart<NkDtShort> {
 };
 
 template class Record<NkDtShort_Imp>;
+template class StoredValue<NkDtShort>;
 template class WholeNumber<NkDtShort>;
 
 }  // namespace nkdt

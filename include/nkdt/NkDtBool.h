@@ -26,7 +26,7 @@ class CRecordset;
 class NkDtBool_Imp;
 
 template <>
-struct nkdt::PlainValueTraits<NkDtBool> {
+struct nkdt::ValueTraits<NkDtBool> {
     using Imp = NkDtBool_Imp;
     using Value = BOOL;
     template <class T>
@@ -36,6 +36,7 @@ struct nkdt::PlainValueTraits<NkDtBool> {
 };
 
 extern template class NKDT_API nkdt::Record<NkDtBool_Imp>;
+extern template class NKDT_API nkdt::StoredValue<NkDtBool>;
 extern template class NKDT_API nkdt::PlainValue<NkDtBool>;
 
 class NKDT_API NkDtBool : public nkdt::PlainValue<NkDtBool> {

@@ -26,7 +26,7 @@ class CRecordset;
 class NkDtChar_Imp;
 
 template <>
-struct nkdt::PlainValueTraits<NkDtChar> {
+struct nkdt::ValueTraits<NkDtChar> {
     using Imp = NkDtChar_Imp;
     using Value = TCHAR;
     template <class T>
@@ -36,6 +36,7 @@ struct nkdt::PlainValueTraits<NkDtChar> {
 };
 
 extern template class NKDT_API nkdt::Record<NkDtChar_Imp>;
+extern template class NKDT_API nkdt::StoredValue<NkDtChar>;
 extern template class NKDT_API nkdt::PlainValue<NkDtChar>;
 
 class NKDT_API NkDtChar : public nkdt::PlainValue<NkDtChar> {

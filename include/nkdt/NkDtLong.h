@@ -18,7 +18,7 @@
 class NkDtLong_Imp;
 
 template <>
-struct nkdt::WholeNumberTraits<NkDtLong> {
+struct nkdt::ValueTraits<NkDtLong> {
     using Imp = NkDtLong_Imp;
     using Value = LONG;
     using Native = long;
@@ -26,6 +26,7 @@ struct nkdt::WholeNumberTraits<NkDtLong> {
 };
 
 extern template class NKDT_API nkdt::Record<NkDtLong_Imp>;
+extern template class NKDT_API nkdt::StoredValue<NkDtLong>;
 extern template class NKDT_API nkdt::WholeNumber<NkDtLong>;
 
 class NKDT_API NkDtLong : public nkdt::WholeNumber<NkDtLong> {

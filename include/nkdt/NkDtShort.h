@@ -19,7 +19,7 @@
 class NkDtShort_Imp;
 
 template <>
-struct nkdt::WholeNumberTraits<NkDtShort> {
+struct nkdt::ValueTraits<NkDtShort> {
     using Imp = NkDtShort_Imp;
     using Value = SHORT;
     using Native = short;
@@ -27,6 +27,7 @@ struct nkdt::WholeNumberTraits<NkDtShort> {
 };
 
 extern template class NKDT_API nkdt::Record<NkDtShort_Imp>;
+extern template class NKDT_API nkdt::StoredValue<NkDtShort>;
 extern template class NKDT_API nkdt::WholeNumber<NkDtShort>;
 
 class NKDT_API NkDtShort : public nkdt::WholeNumber<NkDtShort> {

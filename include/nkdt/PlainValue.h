@@ -6,30 +6,20 @@
 
 #include <iosfwd>
 
-#include "nkdt/NkDtBasis.h"
-#include "nkdt/NkDtTypes.h"
 #include "nkdt/Operands.h"
-#include "nkdt/Record.h"
+#include "nkdt/StoredValue.h"
 #include "nkfw/Export.h"
-
-class CArchive;
 
 namespace nkdt {
 
-/// Of each class: its record `Imp`, the stored type `Value`, and what never stands beside it in a comparison
+/// Of each class its traits state, beside its types, what never stands beside it in a comparison
 /// (`isNoComparand`) or in an order (`isNoOrdered`).
 template <class Derived>
-struct PlainValueTraits;
-
-template <class Imp>
-struct NewRecords;
-
-template <class Derived>
-class NKDT_API PlainValue : public NkDtBasis {
-    using Traits = PlainValueTraits<Derived>;
+class NKDT_API PlainValue : public StoredValue<Derived> {
+    using Traits = ValueTraits<Derived>;
 
   public:
-    using Value = typename Traits::Value;  ///< the stored type
+    using typename StoredValue<Derived>::Value;
 
     // Comparing looks at the stored value as it is. Error 2 "Undefinierter Wert" when an operand is missing;
     // a null one compares with its stored value, normally the empty one.
@@ -119,48 +109,16 @@ class NKDT_API PlainValue : public NkDtBasis {
     /// Writes the text of the value; nothing for an undefined value.
     friend std::ostream& operator<<(std::ostream& os, const Derived& value) { return Write(os, value); }
 
-    /// The base state, then the stored value in its own width, also when the value is undefined. A load that
-    /// fails half way leaves everything as it was.
-    void Serialize(CArchive& ar) override;
-    void Clear() override;
-    void Assign(const NkDtBasis& r) override;
-    NkDtTyps GetDtTyp() const override;
-
   protected:
-    using Imp = typename Traits::Imp;
-
-    PlainValue(BOOL fDefined, NkDtWorkingMode eMode, Value value = Value{});
-    /// The base state of @p r and this stored value.
-    PlainValue(const NkDtBasis& r, Value value);
-    PlainValue(const PlainValue& r);
-    PlainValue(PlainValue&& r) noexcept = default;
-    ~PlainValue() override;
-
-    Value Stored() const;
-    /// Stores the value, modified if it differs.
-    void Store(Value value);
-    /// The same, and makes the value defined.
-    void SetTo(Value value);
-    /// Copies value and definedness, modified if they differ.
-    void CopyFrom(const PlainValue& r);
-    /// Takes everything onto a husk; copies onto any other value.
-    void MoveFrom(PlainValue& r) {
-        if (!IsHusk()) return CopyFrom(r);
-        StealState(r);
-        m_imp.steal(r.m_imp);
-    }
+    using StoredValue<Derived>::StoredValue;
+    using StoredValue<Derived>::Stored;
 
   private:
-    explicit PlainValue(const NewRecords<Imp>& records) noexcept;
-
     enum class Comparison : unsigned char { equal, unequal };
 
-    Derived& Self() noexcept { return static_cast<Derived&>(*this); }
     static bool Equal(const Derived& a, const Derived& b, Comparison comparison);
     static bool Equal(const Derived& a, Value b, Comparison comparison);
     static std::ostream& Write(std::ostream& os, const Derived& value);
-
-    Record<Imp> m_imp;
 
 #if defined(__cpp_impl_three_way_comparison)
     friend void operator<=>(const Derived&, const Derived&) = delete;

@@ -22,31 +22,21 @@
 
 #include <iosfwd>
 
-#include "nkdt/NkDtBasis.h"
 #include "nkdt/NkDtString.h"
-#include "nkdt/NkDtTypes.h"
 #include "nkdt/Operands.h"
-#include "nkdt/Record.h"
+#include "nkdt/StoredValue.h"
 #include "nkfw/Export.h"
 
-class CArchive;
 class CRecordset;
 
 namespace nkdt {
 
-/// The native types of a whole-number class; each class specialises it.
 template <class Derived>
-struct WholeNumberTraits;
-
-template <class Imp>
-struct NewRecords;
-
-template <class Derived>
-class NKDT_API WholeNumber : public NkDtBasis {
-    using Traits = WholeNumberTraits<Derived>;
+class NKDT_API WholeNumber : public StoredValue<Derived> {
+    using Traits = ValueTraits<Derived>;
 
   public:
-    using Value = typename Traits::Value;    ///< the stored type
+    using typename StoredValue<Derived>::Value;
     using Native = typename Traits::Native;  ///< what GetValue() and SetFromSQL() take
     using Field = typename Traits::Field;    ///< the field of a recordset
 
@@ -279,10 +269,6 @@ class NKDT_API WholeNumber : public NkDtBasis {
     /// Writes the digits; nothing for an undefined value.
     friend std::ostream& operator<<(std::ostream& os, const Derived& n) { return Write(os, n); }
 
-    void Serialize(CArchive& ar) override;
-    void Clear() override;
-    void Assign(const NkDtBasis& r) override;
-    NkDtTyps GetDtTyp() const override;
     CString ConvToOFL(const NkFormat* pFormat = nullptr) const override;
     void SetFromOFL(LPCTSTR pszOFL, const NkFormat* pFormat = nullptr) override;
     /// The digits of the stored value, also when the value is undefined.
@@ -301,23 +287,9 @@ class NKDT_API WholeNumber : public NkDtBasis {
     virtual void ConvToRecordSet(CRecordset& rs, Field& rField) const;
 
   protected:
-    using Imp = typename Traits::Imp;
-
-    WholeNumber(BOOL fDefined, NkDtWorkingMode eMode, Value n = 0);
-    /// The base state of @p r and the stored value @p n.
-    WholeNumber(const NkDtBasis& r, Value n);
-    WholeNumber(const WholeNumber& r);
-    WholeNumber(WholeNumber&& r) noexcept = default;
-    ~WholeNumber() override;
-    /// Copies value and definedness, modified if they differ.
-    void CopyFrom(const WholeNumber& r);
-    /// Takes everything onto a husk; copies onto any other value.
-    void MoveFrom(WholeNumber& r) {
-        if (!IsHusk()) return CopyFrom(r);
-        StealState(r);
-        m_imp.steal(r.m_imp);
-    }
-    Value Stored() const;
+    using typename StoredValue<Derived>::Imp;
+    using StoredValue<Derived>::StoredValue;
+    using StoredValue<Derived>::Stored;
 
     /// The number as an `int` operand; error 8 when it does not fit.
     template <class W>
@@ -328,13 +300,11 @@ class NKDT_API WholeNumber : public NkDtBasis {
     [[noreturn]] static void RaiseRange();
 
   private:
-    explicit WholeNumber(const NewRecords<Imp>& records) noexcept;
-
     enum class Operation : unsigned char { add, subtract, multiply, divide };
     enum class Comparison : unsigned char { equal, unequal, less, greater, lessEqual, greaterEqual };
 
-    Derived& Self() noexcept { return static_cast<Derived&>(*this); }
-    void Store(Value n);
+    using StoredValue<Derived>::Self;
+    using StoredValue<Derived>::Store;
     static Derived Compute(const Derived& a, const Derived& b, Operation operation);
     static Derived Compute(const Derived& a, INT b, Operation operation);
     static Derived Compute(INT a, const Derived& b, Operation operation);
@@ -349,8 +319,6 @@ class NKDT_API WholeNumber : public NkDtBasis {
     static int Order(const Derived& a, const Derived& b, Comparison comparison);
     static int Order(const Derived& a, LONGLONG b, Comparison comparison);
     static std::ostream& Write(std::ostream& os, const Derived& n);
-
-    Record<Imp> m_imp;
 };
 
 }  // namespace nkdt

@@ -6,6 +6,8 @@
 #include <nkdt/NkDtString.h>
 #include <nkfw/BStr.h>
 
+#include <string_view>
+
 #include "ValueTesting.h"
 
 namespace valuetest {
@@ -23,6 +25,27 @@ class Wide {
   private:
     BSTR m_text;
 };
+
+inline NkDtString missing() {
+    return NkDtString(NkDtWmMissing);
+}
+inline NkDtString null() {
+    return NkDtString(NkDtWmNull);
+}
+inline NkDtString undefinedInModeTwo() {
+    NkDtString text(NkDtWmDefined);
+    text = static_cast<const NkDtString&>(missing());
+    return text;
+}
+
+/// The bytes with every NUL among them.
+inline NkDtString withNul(std::string_view bytes) {
+    NkDtString text("");
+    for (const char ch : bytes)
+        text += ch;
+    text.SetModified(FALSE);
+    return text;
+}
 
 inline NkDtString inMode(NkDtWorkingMode mode, LPCTSTR text) {
     NkDtString value(mode);

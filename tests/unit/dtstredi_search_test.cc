@@ -15,20 +15,6 @@ using namespace valuetest;
 
 constexpr INT kAuto = NkDtStrLenAuto;
 
-NkDtString missing() {
-    return NkDtString(NkDtWmMissing);
-}
-NkDtString null() {
-    return NkDtString(NkDtWmNull);
-}
-/// The bytes with every NUL among them.
-NkDtString withNul(std::string_view bytes) {
-    NkDtString text("");
-    for (const char ch : bytes)
-        text += ch;
-    text.SetModified(FALSE);
-    return text;
-}
 NkDtString repeated(std::string_view bytes, std::size_t count) {
     std::string text;
     for (std::size_t i = 0; i < count; ++i)

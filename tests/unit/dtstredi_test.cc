@@ -15,24 +15,9 @@ using namespace valuetest;
 
 constexpr INT kAuto = NkDtStrLenAuto;
 
-NkDtString missing() {
-    return NkDtString(NkDtWmMissing);
-}
-NkDtString null() {
-    return NkDtString(NkDtWmNull);
-}
-NkDtString undefinedInModeTwo() {
-    NkDtString text(NkDtWmDefined);
-    text = static_cast<const NkDtString&>(missing());
-    return text;
-}
 /// "a", NUL, "b".
 NkDtString withNul() {
-    NkDtString text("a");
-    text += '\0';
-    text += 'b';
-    text.SetModified(FALSE);
-    return text;
+    return valuetest::withNul({"a\0b", 3});
 }
 
 /// An operation on a text, by what it makes of it.

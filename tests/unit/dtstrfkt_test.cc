@@ -25,11 +25,7 @@ constexpr UINT kPages[] = {0, 1252, 850, 437, 1250};
 const NkFormat kFormat(0, kulNkFoValidAll, FormatAuffuellenNicht, ' ');
 
 NkDtString withNul() {
-    NkDtString text("a");
-    text += '\0';
-    text += '\xE4';
-    text.SetModified(FALSE);
-    return text;
+    return valuetest::withNul({"a\0\xE4", 3});
 }
 
 // Every character but NUL.

@@ -19,11 +19,7 @@ constexpr INT kAuto = NkDtStrLenAuto;
 const NkFormat kFormat(0, kulNkFoValidAll, FormatAuffuellenNicht, ' ');
 
 NkDtString withNul() {
-    NkDtString text("a");
-    text += '\0';
-    text += '\xE4';
-    text.SetModified(FALSE);
-    return text;
+    return valuetest::withNul({"a\0\xE4", 3});
 }
 
 // --- User-interface text --------------------------------------------------------------------------

@@ -29,23 +29,8 @@ NkDtString definedWithRoom() {
 NkDtString empty() {
     return NkDtString("");
 }
-NkDtString missing() {
-    return NkDtString(NkDtWmMissing);
-}
-NkDtString null() {
-    return NkDtString(NkDtWmNull);
-}
-NkDtString undefinedInModeTwo() {
-    NkDtString text(NkDtWmDefined);
-    text = static_cast<const NkDtString&>(missing());
-    return text;
-}
 NkDtString withNul() {
-    NkDtString text("a");
-    text += '\0';
-    text += 'b';
-    text.SetModified(FALSE);
-    return text;
+    return valuetest::withNul({"a\0b", 3});
 }
 
 using Make = NkDtString (*)();

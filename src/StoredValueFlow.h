@@ -1,0 +1,96 @@
+#pragma once
+
+/// @file
+/// The operations of a stored value; the class's source states its part and instantiates them.
+
+#include "Conversion.h"
+#include "Raise.h"
+#include "ValueRecords.h"
+#include "nkdt/StoredValue.h"
+
+namespace nkdt {
+
+/// What a class states beside its record: `typ`, the origin of the error of `assign`, and what its family
+/// asks for.
+template <class Derived>
+struct ValuePart;
+
+template <class Derived>
+StoredValue<Derived>::StoredValue(BOOL fDefined, NkDtWorkingMode eMode, Value value)
+    : StoredValue(newRecords<Imp>(newState(fDefined, eMode), value)) {}
+
+template <class Derived>
+StoredValue<Derived>::StoredValue(const NkDtBasis& r, Value value)
+    : StoredValue(newRecords<Imp>(ValueAccess::state(r), value)) {}
+
+template <class Derived>
+StoredValue<Derived>::StoredValue(const StoredValue& r)
+    : StoredValue(newRecords<Imp>(ValueAccess::state(r), *r.m_imp)) {}
+
+template <class Derived>
+StoredValue<Derived>::StoredValue(const NewRecords<Imp>& records) noexcept
+    : NkDtBasis(records.state), m_imp(records.imp) {}
+
+template <class Derived>
+StoredValue<Derived>::~StoredValue() {
+    endRecords(*this, m_imp);
+}
+
+template <class Derived>
+auto StoredValue<Derived>::Stored() const -> Value {
+    return m_imp->value;
+}
+
+template <class Derived>
+void StoredValue<Derived>::Store(Value value) {
+    if (m_imp->value == value) return;
+    SetModified(TRUE);
+    m_imp->value = value;
+}
+
+template <class Derived>
+void StoredValue<Derived>::SetTo(Value value) {
+    Store(value);
+    SetDefined(TRUE);
+}
+
+template <class Derived>
+void StoredValue<Derived>::CopyFrom(const StoredValue& r) {
+    Store(r.Stored());
+    NkDtBasis::operator=(r);
+}
+
+template <class Derived>
+void StoredValue<Derived>::Serialize(CArchive& ar) {
+    if (ar.IsStoring()) {
+        NkDtBasis::Serialize(ar);
+        ar << Stored();
+        return;
+    }
+    load(
+        *this, [&] { NkDtBasis::Serialize(ar); },
+        [&] {
+            Value value{};
+            ar >> value;
+            Store(value);
+        });
+}
+
+template <class Derived>
+void StoredValue<Derived>::Clear() {
+    Store(Value{});
+    NkDtBasis::Clear();
+}
+
+template <class Derived>
+void StoredValue<Derived>::Assign(const NkDtBasis& r) {
+    if (!r.IsKindOf(Derived::GetThisClass())) raise(ValuePart<Derived>::assign, NkDtErrBasistypen);
+    Self() = static_cast<const Derived&>(r);
+}
+
+template <class Derived>
+NkDtTyps StoredValue<Derived>::GetDtTyp() const {
+    return ValuePart<Derived>::typ;
+}
+
+}  // namespace nkdt
