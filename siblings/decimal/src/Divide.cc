@@ -89,7 +89,7 @@ Decimal96 Decimal96::divideWide(Decimal96 a, Decimal96 b) {
     return quotientOf(left, right, least, most, PLAIN, false);
 }
 
-Decimal96 Decimal96::divideRounded(const Decimal96& a, const Decimal96& b, int places, Rounding method) {
+Decimal96 Decimal96::divideRoundedWide(Decimal96 a, Decimal96 b, int places, Rounding method) {
     places = std::clamp(places, 0, maxScale);
     const Operand left = taken(a, Operation::divide);
     if (!left.isNumber()) return left.asNonNumber();

@@ -12,7 +12,7 @@ struct Division {
     UInt128 remainder = 0;
 };
 
-Division divided(const Operand& a, const Operand& b) noexcept {
+Division wholeQuotient(const Operand& a, const Operand& b) noexcept {
     if (a.scale <= b.scale) {
         const WideQuotient result = divide(withDigits(a.magnitude, b.scale - a.scale), b.magnitude);
         return {result.quotient, result.remainder};
@@ -31,7 +31,7 @@ Decimal96 Decimal96::remainderWide(Decimal96 a, Decimal96 b) {
     const Operand right = taken(b, Operation::remainder);
     if (!right.isNumber()) return right.asNonNumber();
     if (right.magnitude == 0) return overflow(Operation::remainder);
-    const Division division = divided(left, right);
+    const Division division = wholeQuotient(left, right);
     if (!fitsMantissa(division.quotient)) return overflow(Operation::remainder);
     return number(division.remainder, left.negative, std::max(left.scale, right.scale));
 }
@@ -42,7 +42,7 @@ Decimal96 Decimal96::truncatedQuotient(const Decimal96& divisor) const {
     const Operand right = taken(divisor, Operation::divide);
     if (!right.isNumber()) return right.asNonNumber();
     if (right.magnitude == 0) return overflow(Operation::divide);
-    const Division division = divided(left, right);
+    const Division division = wholeQuotient(left, right);
     if (!fitsMantissa(division.quotient)) return overflow(Operation::divide);
     return number(narrowed(division.quotient), left.negative != right.negative, 0);
 }

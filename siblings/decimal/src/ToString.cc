@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "Digits.h"
 #include "Exact.h"
 
 using namespace nkdec;
@@ -59,9 +60,48 @@ char* composed(const char* first, const char* last, bool negative, int places, c
     return out;
 }
 
+constexpr std::uint64_t eightDigitsEnd = 100'000'000;              // 10^8
+constexpr std::uint64_t fifteenDigitsEnd = 1'000'000'000'000'000;  // 10^15
+
+/// Writes digits that a register holds, the last one in its highest byte. Whole registers are stored, the
+/// later ones over the rest of those before.
+/// @param held  how many digits are held, leading zeros not counted; with one in front of the places they fit
+template <class Register>
+char* writeRegister(Register text, unsigned held, bool negative, unsigned places, char* out) noexcept {
+    constexpr auto size = static_cast<unsigned>(sizeof(Register));
+    const unsigned whole = std::max(held, places + 1) - places;
+    *out = '-';
+    out += static_cast<unsigned>(negative);
+    store(text >> 8U * (size - places - whole), out);
+    out += whole;
+    *out = '.';
+    store(text >> (8U * (size - places) & (8U * size - 1U)), out + 1);
+    out += places + static_cast<unsigned>(places > 0);
+    *out = '\0';
+    return out;
+}
+
+/// Of up to 15 digits, so that the last register ends within the 33 bytes; with up to 15 places.
+char* writeShort(std::uint64_t magnitude, bool negative, unsigned places, char* out) noexcept {
+    if (magnitude < eightDigitsEnd && places < 8) {
+        const std::uint64_t digits = eightDigits(static_cast<std::uint32_t>(magnitude));
+        return writeRegister(digits | zeros, 8 - leadingZeros(digits), negative, places, out);
+    }
+    const std::uint64_t first = eightDigits(static_cast<std::uint32_t>(magnitude / eightDigitsEnd));
+    const std::uint64_t last = eightDigits(static_cast<std::uint32_t>(magnitude % eightDigitsEnd));
+    const unsigned held = first != 0 ? 16 - leadingZeros(first) : 8 - leadingZeros(last);
+    return writeRegister(joined(last | zeros, first | zeros), held, negative, places, out);
+}
+
 }  // namespace
 
 char* Decimal96::toString(char* buffer) const {
+    if (hasDigitRegisters && __builtin_expect(m_tag <= 15 && isNarrow(), 1)) {
+        const std::int64_t sign = narrow() >> 63;
+        const auto magnitude = static_cast<std::uint64_t>((narrow() ^ sign) - sign);
+        if (__builtin_expect(magnitude < fifteenDigitsEnd, 1))
+            return writeShort(magnitude, sign != 0, m_tag, buffer);
+    }
     const Operand operand = normalised(*this);
     if (!operand.isNumber()) {
         if (isNumber()) overflow(Operation::toText);

@@ -151,10 +151,16 @@ class Decimal96 {
     /// Results, rounding and handlers as told at the head of this file.
     /// @{
     friend Decimal96 operator+(const Decimal96& a, const Decimal96& b) {
-        nkdec::Int128 left = 0;
-        nkdec::Int128 right = 0;
-        if (__builtin_expect(align(a, b, left, right), 1)) {
-            const nkdec::Int128 sum = left + right;
+        if (haveOneScale(a, b)) {
+            // Word by word, which compilers keep in registers.
+            const std::uint64_t low = a.m_low + b.m_low;
+            const std::int64_t high =
+                std::int64_t{a.m_high} + b.m_high + static_cast<std::int64_t>(low < a.m_low);
+            if (__builtin_expect(fitsAbove(high), 1))
+                return Decimal96(low, static_cast<std::int32_t>(high), a.m_tag);
+        } else if (__builtin_expect(canBeAligned(a, b), 1)) {
+            const nkdec::Alignment factors = alignment(a, b);
+            const nkdec::Int128 sum = times(a.narrow(), factors.left) + times(b.narrow(), factors.right);
             if (__builtin_expect(fits(sum), 1)) return Decimal96(sum, a.m_tag < b.m_tag ? b.m_tag : a.m_tag);
         }
         return addWide(a, b);
@@ -162,7 +168,7 @@ class Decimal96 {
     friend Decimal96 operator-(const Decimal96& a, const Decimal96& b) { return a + -b; }
     friend Decimal96 operator*(const Decimal96& a, const Decimal96& b) {
         if (__builtin_expect(a.isNarrow() && b.isNarrow() && a.m_tag + b.m_tag <= maxScale, 1)) {
-            const nkdec::Int128 product = a.narrow() * nkdec::Int128{b.narrow()};
+            const nkdec::Int128 product = times(a.narrow(), b.narrow());
             if (__builtin_expect(fits(product), 1)) return Decimal96(product, a.m_tag + b.m_tag);
         }
         return multiplyWide(a, b);
@@ -196,7 +202,7 @@ class Decimal96 {
         if (__builtin_expect(a.isNarrow() && b.isNarrow() && a.m_tag <= maxScale && b.m_tag <= maxScale &&
                                  static_cast<unsigned>(places) <= maxScale && dropped <= 18,
                              1)) {
-            const nkdec::Int128 product = a.narrow() * nkdec::Int128{b.narrow()};
+            const nkdec::Int128 product = times(a.narrow(), b.narrow());
             const auto low = static_cast<std::int64_t>(product);
             if (__builtin_expect(low == product && isShort(low), 1)) {
                 return Decimal96(shortened(low, dropped, method), static_cast<unsigned>(places));
@@ -206,8 +212,29 @@ class Decimal96 {
     }
     /// The exact quotient rounded to @p places, once. The result has exactly these places, or as many as fit.
     /// @param places 0 to 28; numbers outside count as the bound
-    NKDEC_API static Decimal96 divideRounded(const Decimal96& a, const Decimal96& b, int places,
-                                             Rounding method = PLAIN);
+    static Decimal96 divideRounded(const Decimal96& a, const Decimal96& b, int places,
+                                   Rounding method = PLAIN) {
+        const int digits = places - static_cast<int>(a.m_tag) + static_cast<int>(b.m_tag);
+        if (__builtin_expect(a.isNarrow() && b.isNarrow() && a.m_tag <= maxScale && b.m_tag <= maxScale &&
+                                 static_cast<unsigned>(places) <= maxScale && digits <= 18 && digits >= -18,
+                             1)) {
+            const std::int64_t leftSign = a.narrow() >> 63;
+            const std::int64_t rightSign = b.narrow() >> 63;
+            const nkdec::UInt128 dividend =
+                nkdec::UInt128{static_cast<std::uint64_t>((a.narrow() ^ leftSign) - leftSign)} *
+                nkdec::tenTo[digits < 0 ? 0 : static_cast<std::size_t>(digits)];
+            const nkdec::UInt128 divisor =
+                nkdec::UInt128{static_cast<std::uint64_t>((b.narrow() ^ rightSign) - rightSign)} *
+                nkdec::tenTo[digits < 0 ? static_cast<std::size_t>(-digits) : 0];
+            if (__builtin_expect((dividend | divisor) >> 63 == 0 && divisor != 0, 1)) {
+                const std::int64_t quotient = divided(static_cast<std::uint64_t>(dividend),
+                                                      static_cast<std::uint64_t>(divisor), method);
+                const std::int64_t sign = leftSign ^ rightSign;
+                return Decimal96((quotient ^ sign) - sign, static_cast<unsigned>(places));
+            }
+        }
+        return divideRoundedWide(a, b, places, method);
+    }
     /// @}
 
     /// @name Rounding
@@ -242,15 +269,11 @@ class Decimal96 {
 #if defined(__cpp_impl_three_way_comparison)
     /// Weak, since equal numbers may differ in their places.
     friend std::weak_ordering operator<=>(const Decimal96& a, const Decimal96& b) {
-        nkdec::Int128 left = 0;
-        nkdec::Int128 right = 0;
-        if (!align(a, b, left, right)) {
-            left = compareWide(a, b);
-            right = 0;
-        }
-        return left < right   ? std::weak_ordering::less
-               : left > right ? std::weak_ordering::greater
-                              : std::weak_ordering::equivalent;
+        return related(a, b, [](nkdec::Int128 left, nkdec::Int128 right) {
+            return left < right   ? std::weak_ordering::less
+                   : left > right ? std::weak_ordering::greater
+                                  : std::weak_ordering::equivalent;
+        });
     }
 #endif
     /// @}
@@ -288,6 +311,9 @@ class Decimal96 {
           m_high(static_cast<std::int32_t>(static_cast<std::int64_t>(mantissa >> 64))),
           m_tag(tag) {}
 
+    constexpr Decimal96(std::uint64_t low, std::int32_t high, std::uint32_t tag) noexcept
+        : m_low(low), m_high(high), m_tag(tag) {}
+
     static constexpr nkdec::Int128 widened(std::int32_t high, std::uint64_t low) noexcept {
         return static_cast<nkdec::Int128>(
             static_cast<nkdec::UInt128>(static_cast<nkdec::Int128>(high)) << 64U | low);
@@ -305,8 +331,10 @@ class Decimal96 {
     }
     /// Whether the number fits a mantissa. False for a few that do, next to -2^95: they take the wide way.
     static constexpr bool fits(nkdec::Int128 number) noexcept {
-        const auto upper = static_cast<std::uint64_t>(number >> 64);
-        return upper + 0x7FFFFFFFU < 0xFFFFFFFFU;
+        return fitsAbove(static_cast<std::int64_t>(number >> 64));
+    }
+    static constexpr bool fitsAbove(std::int64_t high) noexcept {
+        return static_cast<std::uint64_t>(high) + 0x7FFFFFFFU < 0xFFFFFFFFU;
     }
     /// Whether the magnitude is below 2^62, so that a half of 10^18 can be added.
     static constexpr bool isShort(std::int64_t number) noexcept {
@@ -322,32 +350,41 @@ class Decimal96 {
         return (quotient ^ sign) - sign;
     }
 
-    /// The mantissas at the larger scale. A factor that may be 1 costs less than a branch that is hard to
-    /// predict; equal scales, the common case, take their mantissas whole.
-    /// @return false if the wide way must be gone
-    static bool align(const Decimal96& a, const Decimal96& b, nkdec::Int128& left,
-                      nkdec::Int128& right) noexcept {
-        if (a.m_tag == b.m_tag && a.m_tag <= maxScale) {
-            left = a.mantissa();
-            right = b.mantissa();
-            return true;
-        }
-        const auto difference = static_cast<std::int32_t>(a.m_tag - b.m_tag);
-        if (!a.isNarrow() || !b.isNarrow() || a.m_tag > maxScale || b.m_tag > maxScale || difference > 18 ||
-            difference < -18) {
-            return false;
-        }
-        const std::size_t leftDigits = difference < 0 ? static_cast<std::size_t>(-difference) : 0;
-        const std::size_t rightDigits = difference < 0 ? 0 : static_cast<std::size_t>(difference);
-        left = a.narrow() * nkdec::Int128{static_cast<std::int64_t>(nkdec::tenTo[leftDigits])};
-        right = b.narrow() * nkdec::Int128{static_cast<std::int64_t>(nkdec::tenTo[rightDigits])};
-        return true;
+    /// The quotient of two magnitudes below 2^63, rounded.
+    static constexpr std::int64_t divided(std::uint64_t dividend, std::uint64_t divisor,
+                                          Rounding method) noexcept {
+        const std::uint64_t quotient = dividend / divisor;
+        const std::uint64_t rest = dividend % divisor;
+        const bool carry = method == PLAIN ? rest >= divisor - rest : method == UP && rest != 0;
+        return static_cast<std::int64_t>(quotient + (carry ? 1 : 0));
+    }
+
+    static constexpr nkdec::Int128 times(std::int64_t a, std::int64_t b) noexcept {
+        return static_cast<nkdec::Int128>(a) * b;
+    }
+
+    /// The common case: both mantissas can be taken as they are.
+    static constexpr bool haveOneScale(const Decimal96& a, const Decimal96& b) noexcept {
+        return a.m_tag == b.m_tag && a.m_tag <= maxScale;
+    }
+    /// Whether narrow mantissas can be multiplied to one scale.
+    static constexpr bool canBeAligned(const Decimal96& a, const Decimal96& b) noexcept {
+        return a.isNarrow() && b.isNarrow() && a.m_tag <= maxScale && b.m_tag <= maxScale &&
+               a.m_tag - b.m_tag + nkdec::mostAligned <= 2 * nkdec::mostAligned;
+    }
+    /// Two factors, one of which is 1, cost less than a branch that is hard to predict.
+    static constexpr nkdec::Alignment alignment(const Decimal96& a, const Decimal96& b) noexcept {
+        return nkdec::alignments[a.m_tag - b.m_tag + nkdec::mostAligned];
     }
     template <class Relation>
-    static bool related(const Decimal96& a, const Decimal96& b, Relation relation) {
-        nkdec::Int128 left = 0;
-        nkdec::Int128 right = 0;
-        if (__builtin_expect(align(a, b, left, right), 1)) return relation(left, right);
+    static std::invoke_result_t<Relation, nkdec::Int128, nkdec::Int128> related(const Decimal96& a,
+                                                                                const Decimal96& b,
+                                                                                Relation relation) {
+        if (haveOneScale(a, b)) return relation(a.mantissa(), b.mantissa());
+        if (__builtin_expect(canBeAligned(a, b), 1)) {
+            const nkdec::Alignment factors = alignment(a, b);
+            return relation(times(a.narrow(), factors.left), times(b.narrow(), factors.right));
+        }
         return relation(compareWide(a, b), 0);
     }
 
@@ -357,6 +394,7 @@ class Decimal96 {
     NKDEC_API static Decimal96 multiplyWide(Decimal96 a, Decimal96 b);
     NKDEC_API static Decimal96 multiplyRoundedWide(Decimal96 a, Decimal96 b, int places, Rounding method);
     NKDEC_API static Decimal96 divideWide(Decimal96 a, Decimal96 b);
+    NKDEC_API static Decimal96 divideRoundedWide(Decimal96 a, Decimal96 b, int places, Rounding method);
     NKDEC_API static Decimal96 remainderWide(Decimal96 a, Decimal96 b);
     NKDEC_API static Decimal96 roundWide(Decimal96 number, int places, Rounding method);
     /// Negative, 0 or positive.

@@ -23,6 +23,28 @@ inline constexpr std::array<std::uint64_t, 20> tenTo = [] {
     return powers;
 }();
 
+/// What two mantissas are multiplied with so that they have one scale: the one with fewer places with a power
+/// of ten, the other with 1.
+struct Alignment {
+    std::int64_t left;
+    std::int64_t right;
+};
+
+/// The largest difference of two scales at which a product of 64 bits and the power stays below 2^127.
+inline constexpr unsigned mostAligned = 18;
+
+/// For the scale of the left number less that of the right one, from -18 to 18, plus 18.
+inline constexpr std::array<Alignment, 2 * mostAligned + 1> alignments = [] {
+    std::array<Alignment, 2 * mostAligned + 1> result{};
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        const std::size_t leftDigits = i < mostAligned ? mostAligned - i : 0;
+        const std::size_t rightDigits = i < mostAligned ? 0 : i - mostAligned;
+        result[i] = {static_cast<std::int64_t>(tenTo[leftDigits]),
+                     static_cast<std::int64_t>(tenTo[rightDigits])};
+    }
+    return result;
+}();
+
 /// Stands for a division by 10^k: the quotient of n < 2^63 is the upper half of 2n * factor, shifted right.
 struct Reciprocal {
     std::uint64_t factor;
