@@ -80,9 +80,7 @@ Decimal96TextResult Decimal96::parse(std::string_view text, Decimal96& value) {
         if (__builtin_expect(text.size() - sign >= 4, 1)) {
             const Short number = parseShort(p + sign, text.size() - sign);
             if (__builtin_expect(number.isNumber, 1)) {
-                const Int128 flip = -minus;
-                value = Decimal96((Int128{static_cast<std::int64_t>(number.magnitude)} ^ flip) - flip,
-                                  number.places);
+                value = Decimal96(withSign(number.magnitude, -minus), number.places);
                 return {Decimal96TextError::none, text.size()};
             }
         }

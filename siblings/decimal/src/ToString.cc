@@ -97,10 +97,9 @@ char* writeShort(std::uint64_t magnitude, bool negative, unsigned places, char* 
 
 char* Decimal96::toString(char* buffer) const {
     if (hasDigitRegisters && __builtin_expect(m_tag <= 15 && isNarrow(), 1)) {
-        const std::int64_t sign = narrow() >> 63;
-        const auto magnitude = static_cast<std::uint64_t>((narrow() ^ sign) - sign);
+        const std::uint64_t magnitude = magnitudeOf(narrow());
         if (__builtin_expect(magnitude < fifteenDigitsEnd, 1))
-            return writeShort(magnitude, sign != 0, m_tag, buffer);
+            return writeShort(magnitude, isNegative(), m_tag, buffer);
     }
     const Operand operand = normalised(*this);
     if (!operand.isNumber()) {

@@ -215,6 +215,8 @@ TEST(Decimal96, FusedFormsHaveExactlyThePlacesAskedFor) {
     EXPECT_EQ(text(Decimal96::divideRounded(0, 2, 3)), "0.000");
     EXPECT_EQ(text(Decimal96::multiplyRounded(dec("1.25"), 1, -5)), "1");
     EXPECT_EQ(Decimal96::multiplyRounded(largest(), 1, 2).scale(), 0);
+    EXPECT_EQ(Decimal96::multiplyRounded(1, 1, std::numeric_limits<int>::max()).scale(), 28);
+    EXPECT_EQ(Decimal96::divideRounded(1, 3, std::numeric_limits<int>::min()).scale(), 0);
 }
 
 // ---- Rounding ----

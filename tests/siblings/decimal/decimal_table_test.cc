@@ -22,7 +22,7 @@ using namespace decimaltest;
 
 constexpr std::size_t fewestOfAnOperation = 20'000;
 constexpr std::size_t reportedMismatches = 20;
-constexpr std::size_t rowsToOneUnderValgrind = 24;
+constexpr std::size_t rowsToOneUnderValgrind = 23;  // odd, since some operations take turns
 
 __extension__ typedef __int128 Int128;
 __extension__ typedef unsigned __int128 UInt128;

@@ -214,23 +214,21 @@ class Decimal96 {
     /// @param places 0 to 28; numbers outside count as the bound
     static Decimal96 divideRounded(const Decimal96& a, const Decimal96& b, int places,
                                    Rounding method = PLAIN) {
-        const int digits = places - static_cast<int>(a.m_tag) + static_cast<int>(b.m_tag);
+        const auto digits = static_cast<int>(static_cast<unsigned>(places) - a.m_tag + b.m_tag);
         if (__builtin_expect(a.isNarrow() && b.isNarrow() && a.m_tag <= maxScale && b.m_tag <= maxScale &&
                                  static_cast<unsigned>(places) <= maxScale && digits <= 18 && digits >= -18,
                              1)) {
-            const std::int64_t leftSign = a.narrow() >> 63;
-            const std::int64_t rightSign = b.narrow() >> 63;
+            const std::size_t longer = digits < 0 ? 0 : static_cast<std::size_t>(digits);
+            const std::size_t shorter = digits < 0 ? static_cast<std::size_t>(-digits) : 0;
             const nkdec::UInt128 dividend =
-                nkdec::UInt128{static_cast<std::uint64_t>((a.narrow() ^ leftSign) - leftSign)} *
-                nkdec::tenTo[digits < 0 ? 0 : static_cast<std::size_t>(digits)];
+                nkdec::UInt128{nkdec::magnitudeOf(a.narrow())} * nkdec::tenTo[longer];
             const nkdec::UInt128 divisor =
-                nkdec::UInt128{static_cast<std::uint64_t>((b.narrow() ^ rightSign) - rightSign)} *
-                nkdec::tenTo[digits < 0 ? static_cast<std::size_t>(-digits) : 0];
-            if (__builtin_expect((dividend | divisor) >> 63 == 0 && divisor != 0, 1)) {
-                const std::int64_t quotient = divided(static_cast<std::uint64_t>(dividend),
-                                                      static_cast<std::uint64_t>(divisor), method);
-                const std::int64_t sign = leftSign ^ rightSign;
-                return Decimal96((quotient ^ sign) - sign, static_cast<unsigned>(places));
+                nkdec::UInt128{nkdec::magnitudeOf(b.narrow())} * nkdec::tenTo[shorter];
+            if (__builtin_expect((dividend | divisor) >> 63U == 0 && divisor != 0, 1)) {
+                const std::uint64_t quotient = divided(static_cast<std::uint64_t>(dividend),
+                                                       static_cast<std::uint64_t>(divisor), method);
+                const std::int64_t sign = nkdec::signOf(a.narrow()) ^ nkdec::signOf(b.narrow());
+                return Decimal96(nkdec::withSign(quotient, sign), static_cast<unsigned>(places));
             }
         }
         return divideRoundedWide(a, b, places, method);
@@ -344,19 +342,17 @@ class Decimal96 {
     static constexpr std::int64_t shortened(std::int64_t number, unsigned digits, Rounding method) noexcept {
         const std::uint64_t divisor = nkdec::tenTo[digits];
         const std::uint64_t carry = method == PLAIN ? divisor / 2 : method == UP ? divisor - 1 : 0;
-        const std::int64_t sign = number >> 63;
-        const auto magnitude = static_cast<std::uint64_t>((number ^ sign) - sign);
-        const auto quotient = static_cast<std::int64_t>(nkdec::withoutDigits(magnitude + carry, digits));
-        return (quotient ^ sign) - sign;
+        const std::uint64_t quotient = nkdec::withoutDigits(nkdec::magnitudeOf(number) + carry, digits);
+        return nkdec::withSign(quotient, nkdec::signOf(number));
     }
 
     /// The quotient of two magnitudes below 2^63, rounded.
-    static constexpr std::int64_t divided(std::uint64_t dividend, std::uint64_t divisor,
-                                          Rounding method) noexcept {
+    static constexpr std::uint64_t divided(std::uint64_t dividend, std::uint64_t divisor,
+                                           Rounding method) noexcept {
         const std::uint64_t quotient = dividend / divisor;
         const std::uint64_t rest = dividend % divisor;
         const bool carry = method == PLAIN ? rest >= divisor - rest : method == UP && rest != 0;
-        return static_cast<std::int64_t>(quotient + (carry ? 1 : 0));
+        return quotient + (carry ? 1 : 0);
     }
 
     static constexpr nkdec::Int128 times(std::int64_t a, std::int64_t b) noexcept {

@@ -12,6 +12,19 @@ namespace nkdec {
 __extension__ typedef __int128 Int128;
 __extension__ typedef unsigned __int128 UInt128;
 
+/// 0, or -1 for a negative number: what flips the bits of one.
+constexpr std::int64_t signOf(std::int64_t n) noexcept {
+    return n >> 63;
+}
+constexpr std::uint64_t magnitudeOf(std::int64_t n) noexcept {
+    const auto sign = static_cast<std::uint64_t>(signOf(n));
+    return (static_cast<std::uint64_t>(n) ^ sign) - sign;
+}
+/// The magnitude, below 2^63, with that sign.
+constexpr std::int64_t withSign(std::uint64_t magnitude, std::int64_t sign) noexcept {
+    return (static_cast<std::int64_t>(magnitude) ^ sign) - sign;
+}
+
 /// 10^0 to 10^19, all that fit into 64 bits.
 inline constexpr std::array<std::uint64_t, 20> tenTo = [] {
     std::array<std::uint64_t, 20> powers{};
