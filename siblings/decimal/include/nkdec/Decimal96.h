@@ -202,10 +202,10 @@ class Decimal96 {
         if (__builtin_expect(a.isNarrow() && b.isNarrow() && a.m_tag <= maxScale && b.m_tag <= maxScale &&
                                  static_cast<unsigned>(places) <= maxScale && dropped <= 18,
                              1)) {
-            const nkdec::Int128 product = times(a.narrow(), b.narrow());
-            const auto low = static_cast<std::int64_t>(product);
-            if (__builtin_expect(low == product && isShort(low), 1)) {
-                return Decimal96(shortened(low, dropped, method), static_cast<unsigned>(places));
+            std::int64_t product = 0;
+            if (__builtin_expect(
+                    !__builtin_mul_overflow(a.narrow(), b.narrow(), &product) && isShort(product), 1)) {
+                return Decimal96(shortened(product, dropped, method), static_cast<unsigned>(places));
             }
         }
         return multiplyRoundedWide(a, b, places, method);
