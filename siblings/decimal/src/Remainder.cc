@@ -26,6 +26,15 @@ Division wholeQuotient(const Operand& a, const Operand& b) noexcept {
 }  // namespace
 
 Decimal96 Decimal96::remainderWide(Decimal96 a, Decimal96 b) {
+    if (canBeAligned(a, b)) {
+        const Alignment factors = alignment(a, b);
+        const UInt128 dividend = UInt128{magnitudeOf(a.narrow())} * static_cast<std::uint64_t>(factors.left);
+        const UInt128 divisor = UInt128{magnitudeOf(b.narrow())} * static_cast<std::uint64_t>(factors.right);
+        if (upper(dividend | divisor) == 0 && divisor != 0) {
+            return number(lower(dividend) % lower(divisor), a.isNegative(),
+                          static_cast<int>(std::max(a.m_tag, b.m_tag)));
+        }
+    }
     const Operand left = taken(a, Operation::remainder);
     if (!left.isNumber()) return left.asNonNumber();
     const Operand right = taken(b, Operation::remainder);

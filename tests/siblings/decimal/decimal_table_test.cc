@@ -121,12 +121,7 @@ std::string compared(const Decimal96& a, const Decimal96& b) {
     return calls > 0 ? "overflow" : std::to_string(order);
 }
 
-template <class Integer>
-std::string wholeNumber(const Decimal96& a, Decimal96::Rounding method) {
-    Integer value = 77;
-    const bool done = std::is_same_v<Integer, std::int32_t>
-                          ? a.tryToInt(reinterpret_cast<std::int32_t&>(value), method)
-                          : a.tryToInt64(reinterpret_cast<std::int64_t&>(value), method);
+std::string wholeNumber(bool done, std::int64_t value) {
     return done ? std::to_string(value) : value == 77 ? "invalid" : "changed";
 }
 
@@ -146,10 +141,18 @@ const std::map<std::string, Operation, std::less<>> operations = {
          const Rounding how = rounding(r);
          return held(decimal(l).round(how.places, how.method));
      }},
-    {"int", [](std::string_view l,
-               std::string_view r) { return wholeNumber<std::int32_t>(decimal(l), rounding(r).method); }},
-    {"int64", [](std::string_view l,
-                 std::string_view r) { return wholeNumber<std::int64_t>(decimal(l), rounding(r).method); }},
+    {"int",
+     [](std::string_view l, std::string_view r) {
+         std::int32_t value = 77;
+         const bool done = decimal(l).tryToInt(value, rounding(r).method);
+         return wholeNumber(done, value);
+     }},
+    {"int64",
+     [](std::string_view l, std::string_view r) {
+         std::int64_t value = 77;
+         const bool done = decimal(l).tryToInt64(value, rounding(r).method);
+         return wholeNumber(done, value);
+     }},
     {"write",
      [](std::string_view l, std::string_view) {
          const std::string written = text(decimal(l));

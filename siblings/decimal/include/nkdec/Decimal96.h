@@ -102,6 +102,7 @@ class Decimal96 {
     /// what is not finite: overflow.
     template <class T, std::enable_if_t<std::is_same_v<T, double> || std::is_same_v<T, float>, int> = 0>
     explicit Decimal96(T value) : Decimal96(from(static_cast<double>(value))) {}
+    /// The same by name.
     NKDEC_API static Decimal96 from(double value);
 
     /// A text as parse() reads it; the state tells whether it was a number.
