@@ -13,6 +13,7 @@
 #include <string>
 #include <utility>
 
+#include "BareList.h"
 #include "nkdt/NkDt.h"
 
 #ifdef NK_PEER_POCO_FOUNDATION
@@ -52,25 +53,6 @@ struct Short : Ours<NkDtShort> {
 };
 
 // Limits
-
-/// Blocks of one size from a bare list, never bounded and never given back.
-class BareList {
-  public:
-    static void* take() {
-        Block* const block = s_head;
-        if (block == nullptr) return std::malloc(blockSize);
-        s_head = block->next;
-        return block;
-    }
-    static void give(void* memory) noexcept { s_head = ::new (memory) Block{s_head}; }
-
-  private:
-    static constexpr std::size_t blockSize = 24;
-    struct Block {
-        Block* next;
-    };
-    static inline thread_local constinit Block* s_head = nullptr;
-};
 
 struct PlainMalloc {
     static void* take() { return std::malloc(24); }

@@ -19,5 +19,8 @@ const NkFormat character(1, kulNkFoValidAll, FormatAuffuellenNicht, ' ');
 const NkFormat truth(FormatModusWorte, usNkLangDeutsch);
 const NkFormat longNumber = wholeNumber(11);
 const NkFormat shortNumber = wholeNumber(6);
+// Two decimal places at most, thousands separated by points.
+const NkFormat doubleNumber(2147483647, 2, FormatDezimalTrennerKomma, FormatTausenderTrennerPunkt,
+                            FormatVorzeichenVorn, FormatVorzeichenNurMinus, 0, '0', 0, '0');
 
 }  // namespace nkdt::defaultFormat

@@ -13,5 +13,6 @@ extern const NkFormat character;
 extern const NkFormat truth;
 extern const NkFormat longNumber;
 extern const NkFormat shortNumber;
+extern const NkFormat doubleNumber;
 
 }  // namespace nkdt::defaultFormat

@@ -3,6 +3,8 @@
 /// @file
 /// The operations of a stored value; the class's source states its part and instantiates them.
 
+#include <type_traits>
+
 #include "Conversion.h"
 #include "Raise.h"
 #include "ValueRecords.h"
@@ -43,7 +45,11 @@ auto StoredValue<Derived>::Stored() const -> Value {
 
 template <class Derived>
 void StoredValue<Derived>::Store(Value value) {
-    if (m_imp->value == value) return;
+    if (m_imp->value == value) {
+        // A zero of the other sign is no other number, but its sign is kept.
+        if constexpr (std::is_floating_point_v<Value>) m_imp->value = value;
+        return;
+    }
     SetModified(TRUE);
     m_imp->value = value;
 }
@@ -55,6 +61,11 @@ void StoredValue<Derived>::SetTo(Value value) {
 }
 
 template <class Derived>
+void StoredValue<Derived>::Replace(Value value) {
+    m_imp->value = value;
+}
+
+template <class Derived>
 void StoredValue<Derived>::CopyFrom(const StoredValue& r) {
     Store(r.Stored());
     NkDtBasis::operator=(r);
@@ -62,18 +73,21 @@ void StoredValue<Derived>::CopyFrom(const StoredValue& r) {
 
 template <class Derived>
 void StoredValue<Derived>::Serialize(CArchive& ar) {
-    if (ar.IsStoring()) {
+    // What is no plain number archives itself in a form of its class.
+    if constexpr (!std::is_arithmetic_v<Value>) {
+        NkDtBasis::Serialize(ar);
+    } else if (ar.IsStoring()) {
         NkDtBasis::Serialize(ar);
         ar << Stored();
-        return;
+    } else {
+        load(
+            *this, [&] { NkDtBasis::Serialize(ar); },
+            [&] {
+                Value value{};
+                ar >> value;
+                Store(value);
+            });
     }
-    load(
-        *this, [&] { NkDtBasis::Serialize(ar); },
-        [&] {
-            Value value{};
-            ar >> value;
-            Store(value);
-        });
 }
 
 template <class Derived>

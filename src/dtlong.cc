@@ -3,6 +3,8 @@
 #include "DefaultFormats.h"
 #include "Imp/dtlongi.h"
 #include "WholeNumberFlow.h"
+#include "nkdt/NkDtDecimal.h"
+#include "nkdt/NkDtDouble.h"
 #include "nkdt/NkDtShort.h"
 
 namespace nkdt {
@@ -52,6 +54,12 @@ NkDtLong::NkDtLong(NkDtWorkingMode eMode) : WholeNumber(FALSE, eMode) {}
 NkDtLong::NkDtLong(LPCTSTR psz) : WholeNumber(TRUE, NkDtWmDefault, NkDtLong_Imp::fromString(psz)) {}
 
 NkDtLong::NkDtLong(const NkDtShort& r) : WholeNumber(r, r.IsDefined() ? LONG{r.GetValue()} : 0) {}
+
+NkDtLong::NkDtLong(const NkDtDecimal& r)
+    : WholeNumber(r, r.IsDefined() ? NkDtLong_Imp::fromDouble(r.GetValue()) : 0) {}
+
+NkDtLong::NkDtLong(const NkDtDouble& r)
+    : WholeNumber(r, r.IsDefined() ? NkDtLong_Imp::fromDouble(r.GetValue()) : 0) {}
 
 NkDtLong::NkDtLong(const NkDtString& r)
     : WholeNumber(r, r.IsDefined() ? NkDtLong_Imp::fromString(r) : LONG{0}) {}

@@ -3,6 +3,7 @@
 #include "DefaultFormats.h"
 #include "Imp/dtshorti.h"
 #include "WholeNumberFlow.h"
+#include "nkdt/NkDtDecimal.h"
 
 namespace nkdt {
 
@@ -52,6 +53,9 @@ NkDtShort::NkDtShort(LPCTSTR psz) : WholeNumber(TRUE, NkDtWmDefault, NkDtShort_I
 
 NkDtShort::NkDtShort(const NkDtLong& r)
     : WholeNumber(r, r.IsDefined() ? NkDtShort_Imp::fromNumber(r.GetValue()) : SHORT{0}) {}
+
+NkDtShort::NkDtShort(const NkDtDecimal& r)
+    : WholeNumber(r, r.IsDefined() ? NkDtShort_Imp::fromDouble(r.GetValue()) : SHORT{0}) {}
 
 NkDtShort::NkDtShort(const NkDtString& r)
     : WholeNumber(r, r.IsDefined() ? NkDtShort_Imp::fromString(r) : SHORT{0}) {}

@@ -1,11 +1,14 @@
 #include "nkdt/NkDtString.h"
 
 #include "Imp/dtbooli.h"
+#include "Imp/dtdoubli.h"
 #include "Imp/dtstrini.h"
 #include "NarrowText.h"
 #include "ValueRecords.h"
 #include "nkdt/NkDtBool.h"
 #include "nkdt/NkDtChar.h"
+#include "nkdt/NkDtDecimal.h"
+#include "nkdt/NkDtDouble.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"
 
@@ -23,6 +26,9 @@ constexpr Origin originFromWide = {".\\dtstring.cc", "NkDtString", "NkDtString(B
 
 constexpr INT intAllocLength = 11;   // "-2147483648"
 constexpr INT wideAllocLength = 20;  // "-9223372036854775808"
+constexpr INT doubleAllocLength = 316;
+constexpr INT decimalAllocLength = 38;
+constexpr std::size_t decimalTextSize = 33;
 
 using TextRecords = NewRecords<NkDtString_Imp>;
 
@@ -47,6 +53,20 @@ template <class Value>
 TextRecords newDigitsOf(const Value& value) {
     const State& state = ValueAccess::state(value);
     return value.IsDefined() ? newDigits(state, static_cast<LONG>(value.GetValue())) : newText(state);
+}
+
+TextRecords newDigitsOf(const NkDtDouble& value) {
+    const State& state = ValueAccess::state(value);
+    if (!value.IsDefined()) return newText(state);
+    NkDtDouble_Imp::Text text;
+    return newText(state, NkDtDouble_Imp::shortText(value, text), doubleAllocLength);
+}
+
+TextRecords newDigitsOf(const NkDtDecimal& value) {
+    const State& state = ValueAccess::state(value);
+    if (!value.IsDefined()) return newText(state);
+    char text[decimalTextSize];
+    return newText(state, std::string_view(value.DecimalToAscii(text)), decimalAllocLength);
 }
 
 TextRecords newCharacterOf(const NkDtChar& value) {
@@ -82,6 +102,10 @@ NkDtString::NkDtString(Digits digits)
 NkDtString::NkDtString(const NkDtLong& r) : NkDtString(newDigitsOf(r)) {}
 
 NkDtString::NkDtString(const NkDtShort& r) : NkDtString(newDigitsOf(r)) {}
+
+NkDtString::NkDtString(const NkDtDouble& r) : NkDtString(newDigitsOf(r)) {}
+
+NkDtString::NkDtString(const NkDtDecimal& r) : NkDtString(newDigitsOf(r)) {}
 
 NkDtString::NkDtString(const NkDtChar& r) : NkDtString(newCharacterOf(r)) {}
 

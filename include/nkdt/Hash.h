@@ -20,6 +20,8 @@
 
 #include "nkdt/NkDtBool.h"
 #include "nkdt/NkDtChar.h"
+#include "nkdt/NkDtDecimal.h"
+#include "nkdt/NkDtDouble.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"
 #include "nkdt/NkDtString.h"
@@ -51,3 +53,8 @@ template <>
 struct std::hash<NkDtLong> : nkdt::PlainHash<NkDtLong> {};
 template <>
 struct std::hash<NkDtShort> : nkdt::PlainHash<NkDtShort> {};
+template <>
+struct std::hash<NkDtDouble> : nkdt::PlainHash<NkDtDouble> {};
+/// By the nearest double, which does not depend on the places.
+template <>
+struct std::hash<NkDtDecimal> : nkdt::PlainHash<NkDtDecimal> {};

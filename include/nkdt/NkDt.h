@@ -6,6 +6,8 @@
 #include "nkdt/NkDtBasis.h"
 #include "nkdt/NkDtBool.h"
 #include "nkdt/NkDtChar.h"
+#include "nkdt/NkDtDecimal.h"
+#include "nkdt/NkDtDouble.h"
 #include "nkdt/NkDtExcep.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"

@@ -44,6 +44,11 @@ class NKDT_API NkDtLong : public nkdt::WholeNumber<NkDtLong> {
     NkDtLong(LPCTSTR psz);
     /// The base state of @p r; its value sign-extended, 0 when undefined.
     NkDtLong(const NkDtShort& r);
+    /// The base state of @p r; its number without the fraction, 0 when undefined. Error 8 below
+    /// -2147483648.0, above 2147483647.0 and for NaN.
+    NkDtLong(const NkDtDouble& r);
+    /// The same by way of the double nearest to the number.
+    NkDtLong(const NkDtDecimal& r);
     /// The base state of @p r; its text read as above, 0 when undefined.
     NkDtLong(const NkDtString& r);
     NkDtLong(const NkDtLong& r);

@@ -48,6 +48,9 @@ class NKDT_API NkDtShort : public nkdt::WholeNumber<NkDtShort> {
     NkDtShort(const NkDtLong& r);
     /// The base state of @p r; its text read as above, 0 when undefined.
     NkDtShort(const NkDtString& r);
+    /// The base state of @p r; the double nearest to its number without the fraction, 0 when undefined. Error
+    /// 8 below -32768.0 and above 32767.0.
+    NkDtShort(const NkDtDecimal& r);
     NkDtShort(const NkDtShort& r);
     NkDtShort(NkDtShort&& r) noexcept = default;
     ~NkDtShort() override;

@@ -68,6 +68,12 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// The base state and the digits of @p r; empty when undefined.
     NkDtString(const NkDtLong& r);
     NkDtString(const NkDtShort& r);
+    /// The base state of @p r and its number with 15 significant digits, as `%.15g` prints it in the C
+    /// locale; empty when undefined. The allocation length is 316.
+    NkDtString(const NkDtDouble& r);
+    /// The base state of @p r and its plain text without superfluous places; empty when undefined. The
+    /// allocation length is 38.
+    NkDtString(const NkDtDecimal& r);
     /// The base state of @p r and its character; the empty text for NUL and when undefined.
     NkDtString(const NkDtChar& r);
     /// The base state of @p r and its word in the program's language; empty when undefined.

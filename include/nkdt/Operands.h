@@ -44,6 +44,10 @@ template <class T>
 inline constexpr bool isNumberValue =
     isKindOf<T, NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtDateTime, NkDtDateZp, NkDtTime>;
 
+/// Value classes that hold a number with decimal places.
+template <class T>
+inline constexpr bool isRealValue = isKindOf<T, NkDtDecimal, NkDtDouble>;
+
 /// Value classes that a text is assigned from and appends through their text form.
 template <class T>
 inline constexpr bool hasTextForm = isNumberValue<T> || isKindOf<T, NkDtBool>;
@@ -74,8 +78,9 @@ inline constexpr bool isNoTextOperand = (std::is_arithmetic_v<T> && !std::is_sam
 
 /// What is no position in a text, though the language would count it as one.
 template <class T>
-inline constexpr bool isNoPosition = std::is_same_v<T, bool> || isCharacter<T> ||
-                                     std::is_floating_point_v<T> || isKindOf<T, NkDtBool, NkDtChar>;
+inline constexpr bool isNoPosition =
+    std::is_same_v<T, bool> || isCharacter<T> || std::is_floating_point_v<T> ||
+    isKindOf<T, NkDtBool, NkDtChar> || isRealValue<T>;
 
 /// What is no position or length that is given to a function: one that is wider could be cut.
 template <class T>

@@ -18,6 +18,10 @@ namespace nkdt {
 template <class Derived>
 struct ValueTraits;
 
+/// What a class states of itself for the operations, in its source.
+template <class Derived>
+struct ValuePart;
+
 template <class Imp>
 struct NewRecords;
 
@@ -26,7 +30,7 @@ class NKDT_API StoredValue : public NkDtBasis {
   public:
     using Value = typename ValueTraits<Derived>::Value;  ///< the stored type
 
-    /// The base state, then the stored value in its own width, also when the value is undefined. A load that
+    /// The base state, then a plain number in its own width, also when the value is undefined. A load that
     /// fails half way leaves everything as it was.
     void Serialize(CArchive& ar) override;
     void Clear() override;
@@ -48,6 +52,8 @@ class NKDT_API StoredValue : public NkDtBasis {
     void Store(Value value);
     /// The same, and makes the value defined.
     void SetTo(Value value);
+    /// Stores the value and looks at nothing.
+    void Replace(Value value);
     /// Copies value and definedness, modified if they differ.
     void CopyFrom(const StoredValue& r);
     /// Takes everything onto a husk; copies onto any other value.

@@ -16,9 +16,10 @@
 /// An undefined result has the process default mode; so has a computed one, without format and unmodified.
 ///
 /// Other whole types stand beside these numbers as an `int` does: error 8 if the value does not fit, and
-/// comparisons look at 64 bits. Fractions, truth values and characters do not compile beside them. Two things
-/// cannot be stopped: `printf("%d", n)` passes an object (write `n.GetValue()`), and `short k = n` narrows
-/// silently.
+/// comparisons look at 64 bits. Fractions, truth values and characters do not compile beside them. With an
+/// NkDtDouble or NkDtDecimal the result is one of that class; to store it in a whole number, say so with a
+/// constructor, because the fraction is lost. Two things cannot be stopped: `printf("%d", n)` passes an
+/// object (write `n.GetValue()`), and `short k = n` narrows silently.
 
 #include <iosfwd>
 
@@ -51,11 +52,11 @@ class NKDT_API WholeNumber : public StoredValue<Derived> {
     Derived& operator=(W n) {
         return *this = Operand(n);
     }
-    template <class T, If<isNumberValue<T> && !isKindOf<T, Derived>> = 0>
+    template <class T, If<isNumberValue<T> && !isRealValue<T> && !isKindOf<T, Derived>> = 0>
     Derived& operator=(const T& r) {
         return Self() = Derived(r);
     }
-    template <class T, If<isNoWholeOperand<T>> = 0>
+    template <class T, If<isNoWholeOperand<T> || isRealValue<T>> = 0>
     Derived& operator=(const T&) = delete;
 
     /// Adds. A missing operand, or two undefined ones, make the value 0 and undefined; otherwise it becomes
@@ -73,17 +74,17 @@ class NKDT_API WholeNumber : public StoredValue<Derived> {
     Derived& operator-=(W n) {
         return *this -= Operand(n);
     }
-    template <class T, If<isNumberValue<T> && !isKindOf<T, Derived>> = 0>
+    template <class T, If<isNumberValue<T> && !isRealValue<T> && !isKindOf<T, Derived>> = 0>
     Derived& operator+=(const T& r) {
         return *this += Derived(r);
     }
-    template <class T, If<isNumberValue<T> && !isKindOf<T, Derived>> = 0>
+    template <class T, If<isNumberValue<T> && !isRealValue<T> && !isKindOf<T, Derived>> = 0>
     Derived& operator-=(const T& r) {
         return *this -= Derived(r);
     }
-    template <class T, If<isNoWholeOperand<T>> = 0>
+    template <class T, If<isNoWholeOperand<T> || isRealValue<T>> = 0>
     Derived& operator+=(const T&) = delete;
-    template <class T, If<isNoWholeOperand<T>> = 0>
+    template <class T, If<isNoWholeOperand<T> || isRealValue<T>> = 0>
     Derived& operator-=(const T&) = delete;
 
     /// One more or less; nothing for a missing value. A null value becomes defined. Error 8 at the end of the

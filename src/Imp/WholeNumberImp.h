@@ -37,6 +37,15 @@ class WholeNumberImp {
     /// The number as a value of the class; error 8 when it does not fit.
     static Value fromNumber(LONGLONG n) { return checked(n, Limits::construct); }
 
+    /// The same for the integer part of a number that may have a fraction; what lies beyond a bound, be it by
+    /// a fraction, does not fit, nor does NaN.
+    static Value fromDouble(double number) {
+        const bool fits =
+            number >= std::numeric_limits<Value>::min() && number <= std::numeric_limits<Value>::max();
+        if (!fits) raise(Limits::construct, NkDtErrWertebereich);
+        return static_cast<Value>(number);
+    }
+
     /// Reads blanks, a sign and digits. An empty text is 0. Errors 5 and 8, the latter first.
     static Value fromString(LPCTSTR pszText);
 

@@ -59,9 +59,11 @@ NkDtString_Imp::NkDtString_Imp(LPCTSTR pszText, INT nLen, INT nAlloc) {
     wrapped(originFromText, [&] { Build(pszText, copied, length, room); });
 }
 
-NkDtString_Imp::NkDtString_Imp(std::string_view text) {
+NkDtString_Imp::NkDtString_Imp(std::string_view text) : NkDtString_Imp(text, static_cast<INT>(text.size())) {}
+
+NkDtString_Imp::NkDtString_Imp(std::string_view text, INT nAlloc) {
     const auto length = static_cast<INT>(text.size());
-    Build(text.data(), length, length, length);
+    Build(text.data(), length, length, nAlloc);
 }
 
 NkDtString_Imp::NkDtString_Imp(TCHAR ch) {

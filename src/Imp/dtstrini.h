@@ -56,6 +56,8 @@ class NkDtString_Imp {
     NkDtString_Imp(LPCTSTR pszText, INT nLen, INT nAlloc);
     /// A text without NUL, with room for itself.
     explicit NkDtString_Imp(std::string_view text);
+    /// The same with room for @p nAlloc, which is no less.
+    NkDtString_Imp(std::string_view text, INT nAlloc);
     /// One character with room for one; the empty text for NUL.
     explicit NkDtString_Imp(TCHAR ch);
     /// The digits of a number, in a buffer of @p nAlloc characters.

@@ -20,6 +20,8 @@ namespace expressions {
 
 /// The rows of each class.
 void characterValues();
+void doubles();
+void decimals();
 void text();
 void truthValues();
 void wholeNumbers();

@@ -27,6 +27,8 @@ void count(bool holds, std::string_view what, Here here) {
 int main() {
     try {
         expressions::characterValues();
+        expressions::doubles();
+        expressions::decimals();
         expressions::text();
         expressions::truthValues();
         expressions::wholeNumbers();

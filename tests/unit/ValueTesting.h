@@ -7,6 +7,7 @@
 #include <nkdt/NkDtBasis.h>
 #include <nkdt/NkDtBool.h>
 #include <nkdt/NkDtChar.h>
+#include <nkdt/NkDtDouble.h>
 #include <nkdt/NkDtExcep.h>
 #include <nkdt/NkDtLong.h>
 #include <nkdt/NkDtShort.h>
@@ -176,7 +177,12 @@ std::string textOf(const Value& value) {
     } else {
         BOOL defined = FALSE;
         USHORT version = 0;
-        return static_cast<LPCTSTR>(value.ConvToExtern(defined, version));
+        if constexpr (std::is_base_of_v<NkDtDouble, Value>) {
+            const NkDtDouble number(static_cast<double>(value));
+            return static_cast<LPCTSTR>(number.ConvToExtern(defined, version));
+        } else {
+            return static_cast<LPCTSTR>(value.ConvToExtern(defined, version));
+        }
     }
 }
 
@@ -185,6 +191,9 @@ inline std::string describe(const NkDtLong& value) {
     return textOf(value) + " " + stateOf(value);
 }
 inline std::string describe(const NkDtShort& value) {
+    return textOf(value) + " " + stateOf(value);
+}
+inline std::string describe(const NkDtDouble& value) {
     return textOf(value) + " " + stateOf(value);
 }
 inline std::string describe(const NkDtBool& value) {
@@ -333,6 +342,24 @@ struct Sample<NkDtBool> {
     static constexpr const char* oneSql = "'1'";
 };
 
+template <>
+struct Sample<NkDtDouble> {
+    static constexpr const char* name = "NkDtDouble";
+    static constexpr NkDtTyps typ = NkDtTypDouble;
+    static constexpr const char* module = ".\\dtdouble.cc";
+    static constexpr const char* emptyText = "0";
+    using Field = double;
+    static NkDtDouble empty() { return NkDtDouble(0.0); }
+    static NkDtDouble one() { return NkDtDouble(1234.5); }
+    static NkDtDouble other() { return NkDtDouble(-0.25); }
+    static constexpr const char* oneText = "1234.5";
+    static constexpr const char* otherText = "-0.25";
+    static Field oneField() { return 1234.5; }
+    static Field otherField() { return -0.25; }
+    static void setFromSql(NkDtDouble& value, bool one) { value.SetFromSQL(one ? 1234.5 : -0.25); }
+    static constexpr const char* oneSql = "1234.5";
+};
+
 /// How the samples are shown without a format, and their external texts; of most classes it is all one text.
 template <class Value>
 struct Forms {
@@ -341,6 +368,14 @@ struct Forms {
     static constexpr const char* oneExtern = Sample<Value>::oneText;
     static constexpr const char* otherExtern = Sample<Value>::otherText;
     static constexpr const char* undefinedExtern = Sample<Value>::emptyText;
+};
+template <>
+struct Forms<NkDtDouble> {
+    static constexpr const char* oneShown = "1.234,5";
+    static constexpr const char* otherShown = "-0,25";
+    static constexpr const char* oneExtern = "1234.5";
+    static constexpr const char* otherExtern = "-0.25";
+    static constexpr const char* undefinedExtern = "";
 };
 template <>
 struct Forms<NkDtBool> {
@@ -385,7 +420,7 @@ std::vector<Value> states() {
     return values;
 }
 
-using ValueClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtString, NkDtChar, NkDtBool>;
+using ValueClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtString, NkDtChar, NkDtBool>;
 
 struct ClassNames {
     template <class Value>

@@ -22,9 +22,16 @@ NkFormat numbers(ULONG most, FormatTausenderTrenner thousands) {
                     FormatVorzeichenNurMinus, 0, '0', 0, '0');
 }
 
+NkFormat realNumbers(ULONG most, FormatDezimalTrenner decimal, FormatTausenderTrenner thousands) {
+    return NkFormat(most, 4, decimal, thousands, FormatVorzeichenVorn, FormatVorzeichenNurMinus, 0, '0', 0,
+                    '0');
+}
+
 const NkFormat kPoints = numbers(20, FormatTausenderTrennerPunkt);
 const NkFormat kBlanks = numbers(20, FormatTausenderTrennerLeerzeichen);
 const NkFormat kOneDigit = numbers(1, FormatTausenderTrennerOhne);
+const NkFormat kRealPoints = realNumbers(20, FormatDezimalTrennerPunkt, FormatTausenderTrennerKomma);
+const NkFormat kRealBlanks = realNumbers(20, FormatDezimalTrennerKomma, FormatTausenderTrennerLeerzeichen);
 const NkFormat kStars(10, kulNkFoValidAll, FormatAuffuellenAmEnde, '*');
 const NkFormat kDots(10, kulNkFoValidAll, FormatAuffuellenAmAnfang, '.');
 const NkFormat kOneDigitCharacter(1, 1, FormatAuffuellenNicht, ' ');
@@ -38,6 +45,13 @@ template <class Value>
 struct Formats {
     static const NkFormat& given() { return kPoints; }
     static const NkFormat& own() { return kBlanks; }
+    static const NkFormat& foreign() { return kStars; }
+    static const NkFormat& narrow() { return kOneDigit; }
+};
+template <>
+struct Formats<NkDtDouble> {
+    static const NkFormat& given() { return kRealPoints; }
+    static const NkFormat& own() { return kRealBlanks; }
     static const NkFormat& foreign() { return kStars; }
     static const NkFormat& narrow() { return kOneDigit; }
 };
@@ -74,6 +88,11 @@ template <>
 struct Shown<NkDtShort> {
     static constexpr const char* given = "32.767";
     static constexpr const char* own = "32 767";
+};
+template <>
+struct Shown<NkDtDouble> {
+    static constexpr const char* given = "1,234.5";
+    static constexpr const char* own = "1 234,5";
 };
 template <>
 struct Shown<NkDtString> {
@@ -137,7 +156,7 @@ TYPED_TEST_SUITE(Conversion, ValueClasses, ClassNames);
 template <class Value>
 class MarkingConversion : public Conversion<Value> {};
 
-using MarkingClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtString, NkDtChar>;
+using MarkingClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtString, NkDtChar>;
 TYPED_TEST_SUITE(MarkingConversion, MarkingClasses, ClassNames);
 
 /// What the classes have in common whose texts can be malformed.

@@ -43,9 +43,9 @@ TYPED_TEST(AnyValue, IsKnownByItsNameAndDerivesFromTheBase) {
 }
 
 TYPED_TEST(AnyValue, IsNoKindOfAnotherClass) {
-    const CRuntimeClass* const classes[] = {NkDtLong::GetThisClass(), NkDtShort::GetThisClass(),
-                                            NkDtString::GetThisClass(), NkDtChar::GetThisClass(),
-                                            NkDtBool::GetThisClass()};
+    const CRuntimeClass* const classes[] = {NkDtLong::GetThisClass(),   NkDtShort::GetThisClass(),
+                                            NkDtDouble::GetThisClass(), NkDtString::GetThisClass(),
+                                            NkDtChar::GetThisClass(),   NkDtBool::GetThisClass()};
     const TypeParam value;
     EXPECT_EQ(std::count_if(std::begin(classes), std::end(classes),
                             [&](const CRuntimeClass* each) { return value.IsKindOf(each) != FALSE; }),

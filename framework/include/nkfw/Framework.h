@@ -7,6 +7,7 @@
 #include "nkfw/BStr.h"
 #include "nkfw/Clock.h"
 #include "nkfw/Cp1252.h"
+#include "nkfw/Currency.h"
 #include "nkfw/Exception.h"
 #include "nkfw/File.h"
 #include "nkfw/Memory.h"

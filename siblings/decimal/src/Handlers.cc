@@ -3,13 +3,14 @@
 #include <atomic>
 
 #include "Exact.h"
+#include "HandlerSlots.h"
 
 namespace nkdec {
 
-namespace {
+constinit std::atomic<Decimal96Handler> overflowHandler{nullptr};
+constinit std::atomic<Decimal96Handler> inexactHandler{nullptr};
 
-std::atomic<Decimal96Handler> overflowHandler{nullptr};
-std::atomic<Decimal96Handler> inexactHandler{nullptr};
+namespace {
 
 /// Whoever sets the same handler again and again writes nothing, so that no processor waits for another.
 Decimal96Handler replace(std::atomic<Decimal96Handler>& slot, Decimal96Handler handler) noexcept {
