@@ -4,6 +4,7 @@
 
 #include "Commands.h"
 #include "Error.h"
+#include "ExactTotal.h"
 #include "RoundTrip.h"
 #include "Text.h"
 #include "TextTable.h"
@@ -19,7 +20,9 @@ struct Tally {
     LONGLONG survived = 0;
     LONGLONG notRepresentable = 0;
     LONGLONG lost = 0;
+    LONGLONG unread = 0;                           // of these
     std::map<std::string, LONGLONG> statedLosses;  // "SQL literal: why" and how often
+    ExactTotal total;                              // of a column of decimals
 };
 
 /// Checks the values of one table and tells of each that does not survive.
@@ -34,7 +37,7 @@ class TableCheck final : private TableReader::Refusals {
           m_progress(console, "checking " + visible(table)),
           m_reader(database, table, columns, selection, this) {
         for (const BoundColumn& column : columns)
-            m_back.push_back(column.kind->makeCell());
+            m_back.push_back(makeCellFor(column));
     }
 
     void run() {
@@ -56,11 +59,13 @@ class TableCheck final : private TableReader::Refusals {
         ++tally.values;
         if (m_unread[index]) {
             ++tally.lost;
+            ++tally.unread;
             return;
         }
         if (!cell.value().IsDefined()) ++tally.undefined;
         Arrival::Outcome worst = Arrival::survived;
-        for (const Road& road : roads()) {
+        if (cell.kind().decimal && cell.value().IsDefined()) cell.addTo(tally.total);
+        for (const Road& road : roadsOf(cell.kind())) {
             const Arrival arrival = travel(road, cell, *m_back[index]);
             worst = std::max(worst, arrival.outcome);
             if (arrival.outcome == Arrival::notRepresentable)
@@ -96,6 +101,19 @@ class TableCheck final : private TableReader::Refusals {
     TableReader m_reader;
 };
 
+// With the format of the column's values.
+std::string totalText(const BoundColumn& column, const Tally& tally) {
+    if (!tally.total.isKnown()) return "too large to be told";
+    const NkFormat* const format = column.cell->value().GetFormat();
+    const std::string plain = tally.total.text();
+    std::string text = format == nullptr ? plain : visible(format->FormatDecimalText(plain));
+    if (tally.unread != 0) {
+        text += " without " + std::to_string(tally.unread) + (tally.unread == 1 ? " value" : " values") +
+                " that cannot be read";
+    }
+    return text;
+}
+
 void report(Console& console, const CString& table, LONGLONG rows, const TableColumns& columns,
             const std::vector<Tally>& tallies) {
     console.out << "Table " << visible(table) << ", " << rows << " rows\n\n";
@@ -122,6 +140,11 @@ void report(Console& console, const CString& table, LONGLONG rows, const TableCo
             console.out << "Not representable: column " << columns.bound[i].name << ", " << count
                         << (count == 1 ? " value" : " values") << " as " << reason << '\n';
         }
+    }
+    for (std::size_t i = 0; i < tallies.size(); ++i) {
+        const BoundColumn& column = columns.bound[i];
+        if (column.kind->decimal)
+            console.out << "Total: column " << column.name << ", " << totalText(column, tallies[i]) << '\n';
     }
     console.out << '\n';
 }

@@ -2,11 +2,18 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <stdexcept>
 
 #include "Error.h"
+#include "ExactTotal.h"
 #include "Text.h"
 #include "nkdt/NkDtBool.h"
 #include "nkdt/NkDtChar.h"
+#include "nkdt/NkDtDecimal.h"
+#include "nkdt/NkDtDouble.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"
 
@@ -16,6 +23,12 @@ namespace {
 
 // The kinds
 // ----------------------------------------------------------------------------------------------------------
+
+NkDtString externalText(const NkDtBasis& value) {
+    BOOL defined = FALSE;
+    USHORT version = 0;
+    return value.ConvToExtern(defined, version);
+}
 
 /// What most classes do; a kind states what is its own.
 template <class V, class F>
@@ -28,11 +41,15 @@ struct KindOf {
     static void setSqlText(Value& value, const NkDtString& text) { value = Value(text); }
     static NkDtString sqlLiteral(const Value& value) { return value.ConvToSQL(); }
     static void checkExternal(const NkDtString&) {}
+    static void giveFormat(Value&) {}
+    static void takeThroughRecord(Value&, const Value&) { throw std::logic_error("no record"); }
+    static void addTo(ExactTotal&, const Value&) { throw std::logic_error("no total"); }
+    static NkDtString comparedText(const Value& value) { return externalText(value); }
     static const char* statedLoss(const Value&, Representation) { return nullptr; }
 };
 
 struct LongKind : KindOf<NkDtLong, long> {
-    static constexpr ColumnKind description{"NkDtLong", true, false, "INTEGER", "INTEGER", nullptr};
+    static constexpr ColumnKind description{"NkDtLong", true, false, false, "INTEGER", "INTEGER", nullptr};
     static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindLong(column, field); }
     static const char* compute(Value& value) {
         value += 1000;
@@ -41,7 +58,7 @@ struct LongKind : KindOf<NkDtLong, long> {
 };
 
 struct ShortKind : KindOf<NkDtShort, int> {
-    static constexpr ColumnKind description{"NkDtShort", true, false, "SMALLINT", "SMALLINT", nullptr};
+    static constexpr ColumnKind description{"NkDtShort", true, false, false, "SMALLINT", "SMALLINT", nullptr};
     static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindShort(column, field); }
     static const char* compute(Value& value) {
         value = value * -2;
@@ -50,7 +67,7 @@ struct ShortKind : KindOf<NkDtShort, int> {
 };
 
 struct StringKind : KindOf<NkDtString, CString> {
-    static constexpr ColumnKind description{"NkDtString", false, true, "TEXT", "TEXT", nullptr};
+    static constexpr ColumnKind description{"NkDtString", false, true, false, "TEXT", "TEXT", nullptr};
     static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindText(column, field); }
     static void prepare(Field& field, const Value& value) {
         CDatabaseRecordset::PrepareText(field, value.GetLength());
@@ -78,7 +95,7 @@ struct StringKind : KindOf<NkDtString, CString> {
 };
 
 struct CharKind : KindOf<NkDtChar, CString> {
-    static constexpr ColumnKind description{"NkDtChar", false, true, "CHAR(1)", "CHAR(1)", nullptr};
+    static constexpr ColumnKind description{"NkDtChar", false, true, false, "CHAR(1)", "CHAR(1)", nullptr};
     static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindChar(column, field); }
     // The class itself takes the first character of any text.
     static void checkSingle(const NkDtString& text) {
@@ -106,7 +123,7 @@ struct CharKind : KindOf<NkDtChar, CString> {
 };
 
 struct BoolKind : KindOf<NkDtBool, BOOL> {
-    static constexpr ColumnKind description{"NkDtBool", false, true, "BOOLEAN", "BOOLEAN", nullptr};
+    static constexpr ColumnKind description{"NkDtBool", false, true, false, "BOOLEAN", "BOOLEAN", nullptr};
     static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindBool(column, field); }
     static void setSqlText(Value& value, const NkDtString& text) {
         if (text.GetLength() != 1) refuse(text);
@@ -133,6 +150,137 @@ struct BoolKind : KindOf<NkDtBool, BOOL> {
     }
 };
 
+struct DecimalKind : KindOf<NkDtDecimal, CString> {
+    // SQLite keeps all digits of a number only in a column that is declared as text.
+    static constexpr ColumnKind description{"NkDtDecimal", true,      false,  true,
+                                            "DECIMALTEXT", "NUMERIC", nullptr};
+    static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindDecimal(column, field); }
+    static void prepare(Field& field, const Value&) {
+        CDatabaseRecordset::PrepareText(field, static_cast<INT>(Decimal96::textSize));
+    }
+    static void giveFormat(Value& value) { value.SetFormat(&germanAmount()); }
+    static void setSqlText(Value& value, const NkDtString& text) { value.SetFromSQL(text.GetValue()); }
+    static void takeThroughRecord(Value& to, const Value& from) {
+        BOOL defined = FALSE;
+        const DEC record = from.ConvToBTR(defined);
+        to.SetFromBTR(record, defined);
+    }
+    static void addTo(ExactTotal& total, const Value& value) { total.add(value.ConvToSQL().GetValue()); }
+    // Databases hold the same number with more zeros behind or fewer.
+    static NkDtString comparedText(const Value& value) {
+        std::array<char, Decimal96::textSize> plain{};
+        return externalText(Value(Decimal96(value.DecimalToAscii(plain.data()))));
+    }
+    static const char* statedLoss(const Value& value, Representation representation) {
+        if (!value.IsDefined()) return nullptr;
+        const Decimal96 number(value.ConvToSQL().GetValue());
+        switch (representation) {
+            case Representation::text:
+            case Representation::sqlLiteral:
+                return hasTooManyDigits(number, true) ? "reading a text takes 28 digits" : nullptr;
+            case Representation::recordset:
+                return hasTooManyDigits(number, false) ? "reading a field takes 28 digits" : nullptr;
+            case Representation::record:
+                return isWide(number) ? "a record has 64 bits for the digits" : nullptr;
+            case Representation::userText:
+            case Representation::external:
+            case Representation::archive:
+                break;
+        }
+        return nullptr;
+    }
+    static const char* compute(Value& value) {
+        value = value * 3;
+        return "* 3";
+    }
+
+  private:
+    // A zero in front excuses more digits, but it counts itself where a sign stands before it.
+    static bool hasTooManyDigits(const Decimal96& number, bool countZeroBehindSign) {
+        std::array<char, Decimal96::textSize> text{};
+        const char* const end = number.abs().toString(text.data());
+        const auto most = static_cast<std::ptrdiff_t>(Decimal96::maxScale) + (number.scale() > 0 ? 1 : 0);
+        const bool excused = text.front() == '0' && !(countZeroBehindSign && number.isNegative());
+        return end - text.data() > most && !excused;
+    }
+    static bool isWide(const Decimal96& number) { return number.abs().mantissaHigh() != 0; }
+};
+
+struct DoubleKind : KindOf<NkDtDouble, double> {
+    static constexpr ColumnKind description{"NkDtDouble",       true,   false, false, "DOUBLE PRECISION",
+                                            "DOUBLE PRECISION", nullptr};
+    static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindDouble(column, field); }
+    // The class itself ignores what follows a number, and takes a text without one for 0.
+    static void checkNumber(const NkDtString& text) {
+        if (text.IsDefined() && !isNumber({text.GetValue(), static_cast<std::size_t>(text.GetLength())}))
+            throw DataError("\"" + visible(text.GetValue()) + "\" is no number");
+    }
+    static void setText(Value& value, const NkDtString& text) {
+        checkNumber(text);
+        value = Value(text);
+    }
+    static void setSqlText(Value& value, const NkDtString& text) {
+        checkNumber(text);
+        value.SetFromSQL(Value(text).GetValue());
+    }
+    static void checkExternal(const NkDtString& text) { checkNumber(text); }
+    static const char* statedLoss(const Value& value, Representation representation) {
+        if (!value.IsDefined()) return nullptr;
+        switch (representation) {
+            case Representation::text:
+            case Representation::sqlLiteral:
+                return isToldBy(15, value) ? nullptr : "15 digits do not tell this double";
+            case Representation::external:
+                return isToldBy(16, value) ? nullptr : "16 digits do not tell this double";
+            case Representation::userText:
+                return hasTwoPlaces(value) ? nullptr : "the default format shows two places";
+            case Representation::recordset:
+            case Representation::archive:
+            case Representation::record:
+                break;
+        }
+        return nullptr;
+    }
+    static const char* compute(Value& value) {
+        value = value / 2;
+        return "/ 2";
+    }
+
+  private:
+    static std::optional<double> numberOf(std::string_view text) {
+        double number = 0;
+        const char* const end = text.data() + text.size();
+        const auto read = std::from_chars(text.data(), end, number);
+        if (read.ec != std::errc() || read.ptr != end || !std::isfinite(number)) return std::nullopt;
+        return number;
+    }
+    // Too large and too small a number is the class's to refuse.
+    static bool isNumber(std::string_view text) {
+        double number = 0;
+        const char* const end = text.data() + text.size();
+        const auto read = std::from_chars(text.data(), end, number);
+        return read.ec != std::errc::invalid_argument && read.ptr == end &&
+               text.find_first_not_of("+-.0123456789eE") == std::string_view::npos;
+    }
+    static bool isToldBy(int digits, const Value& value) {
+        std::array<char, 32> text{};
+        const auto end = std::to_chars(text.data(), text.data() + text.size(), value.GetValue(),
+                                       std::chars_format::general, digits)
+                             .ptr;
+        return numberOf({text.data(), static_cast<std::size_t>(end - text.data())}) == value.GetValue();
+    }
+    // By the shortest text that tells the double, as the format itself sees it.
+    static bool hasTwoPlaces(const Value& value) {
+        constexpr std::size_t longest = 400;
+        std::array<char, longest> text{};
+        const auto end =
+            std::to_chars(text.begin(), text.end(), value.GetValue(), std::chars_format::fixed).ptr;
+        const std::string_view plain(text.data(), static_cast<std::size_t>(end - text.data()));
+        const std::size_t point = plain.find('.');
+        return point == std::string_view::npos || plain.size() - point - 1 <= 2;
+    }
+};
+
 // Their cells
 // ----------------------------------------------------------------------------------------------------------
 
@@ -140,6 +288,7 @@ template <class Kind>
 class CellOf final : public Cell {
   public:
     static std::unique_ptr<Cell> make() { return std::make_unique<CellOf>(); }
+    CellOf() { Kind::giveFormat(m_value); }
 
     NkDtBasis& value() noexcept override { return m_value; }
     const NkDtBasis& value() const noexcept override { return m_value; }
@@ -161,16 +310,21 @@ class CellOf final : public Cell {
         m_value.SetFromExtern(&text, fDefined, version);
     }
     void serialize(CArchive& ar) override { m_value.Serialize(ar); }
+    void takeThroughRecord(const Cell& from) override {
+        Kind::takeThroughRecord(m_value, static_cast<const CellOf&>(from).m_value);
+    }
 
     bool equals(const Cell& other) const override {
         const auto& that = static_cast<const CellOf&>(other).m_value;
         if (m_value.IsDefined() != that.IsDefined()) return false;
         return !m_value.IsDefined() || m_value == that;
     }
+    NkDtString comparedText() const override { return Kind::comparedText(m_value); }
     const char* statedLoss(Representation representation) const override {
         return Kind::statedLoss(m_value, representation);
     }
     const char* compute() override { return Kind::compute(m_value); }
+    void addTo(ExactTotal& total) const override { Kind::addTo(total, m_value); }
 
   private:
     typename Kind::Value m_value{NkDtWmNull};
@@ -184,8 +338,8 @@ constexpr ColumnKind entry() {
     return kind;
 }
 
-const std::array kinds{entry<LongKind>(), entry<ShortKind>(), entry<StringKind>(), entry<CharKind>(),
-                       entry<BoolKind>()};
+const std::array kinds{entry<LongKind>(), entry<ShortKind>(),   entry<StringKind>(), entry<CharKind>(),
+                       entry<BoolKind>(), entry<DecimalKind>(), entry<DoubleKind>()};
 
 // All classes that a column can have, those that are still to come included
 // ----------------------------------------------------------------------------------------------------------
@@ -200,6 +354,13 @@ bool isNameOf(std::string_view name, std::string_view className) noexcept {
 }
 
 }  // namespace
+
+const NkFormat& germanAmount() {
+    constexpr ULONG noLimit = 2147483647;
+    static const NkFormat format(noLimit, noLimit, FormatDezimalTrennerKomma, FormatTausenderTrennerPunkt,
+                                 FormatVorzeichenVorn, FormatVorzeichenNurMinus, 0, '0', 2, '0');
+    return format;
+}
 
 const char* classNameFor(CDatabaseColumn::Type type) noexcept {
     switch (type) {

@@ -15,14 +15,19 @@
 #include "nkdt/NkDtBasis.h"
 #include "nkdt/NkDtString.h"
 #include "nkdt/odbc/Odbc.h"
+#include "nkfo/NkFormat.h"
 #include "nkfw/Archive.h"
 
 namespace nkdt::app {
 
 /// The forms that a value can take and come back from.
-enum class Representation { text, userText, sqlLiteral, external, recordset, archive };
+enum class Representation { text, userText, sqlLiteral, external, recordset, archive, record };
 
 struct ColumnKind;
+class ExactTotal;
+
+/// The form of all decimals on the screen: "-1.234,50", two places at least, and every place that is held.
+const NkFormat& germanAmount();
 
 /// The value of one column in the current row, with the recordset field that it crosses through. It stays
 /// where it is, because recordsets know fields by their addresses.
@@ -54,24 +59,32 @@ class Cell {
     /// Reads the external text with its definedness and version.
     virtual void setExternal(const NkDtString& text, BOOL fDefined, USHORT version) = 0;
     virtual void serialize(CArchive& ar) = 0;
+    /// Takes the value of @p from, a cell of the same kind, through a `DEC` record. Only where the kind has
+    /// records.
+    virtual void takeThroughRecord(const Cell& from) = 0;
 
     /// TRUE if both are undefined or both have the same value. The other cell is of the same kind.
     virtual bool equals(const Cell& other) const = 0;
+    /// A text that two defined values share if, and only if, they are the same to a comparison of tables.
+    virtual NkDtString comparedText() const = 0;
     /// Why the representation cannot hold this value, as it states itself; null if it says nothing of the
     /// kind.
     virtual const char* statedLoss(Representation representation) const = 0;
     /// Computes something with the value and tells what.
     virtual const char* compute() = 0;
+    /// Adds a defined value to an exact total, where the kind has totals.
+    virtual void addTo(ExactTotal& total) const = 0;
 };
 
 /// What the program has to know about a value class.
 struct ColumnKind {
     const char* className;
-    bool number;             ///< stands at the right of a table's column
-    bool quotedInSql;        ///< the literal of a defined value stands in apostrophes
-    const char* sqliteType;  ///< the declared type that a new column gets
-    const char* otherType;   ///< the same in other databases
-    std::unique_ptr<Cell> (*makeCell)();
+    bool number;                          ///< stands at the right of a table's column
+    bool quotedInSql;                     ///< the literal of a defined value stands in apostrophes
+    bool decimal;                         ///< has `DEC` records and exact totals
+    const char* sqliteType;               ///< the declared type that a new column gets
+    const char* otherType;                ///< the same in other databases
+    std::unique_ptr<Cell> (*makeCell)();  ///< with the program's format, where the kind has one
 
     const char* declaredType(CDatabase::Dbms dbms) const noexcept {
         return dbms == CDatabase::sqlite ? sqliteType : otherType;

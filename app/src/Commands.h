@@ -66,6 +66,7 @@ int compare(const CompareOptions& options, Console& console);
 struct DemoOptions {
     std::string database;  ///< empty: one that is gone at the end
     LONGLONG rows = 0;     ///< rows to add to the sample ones
+    bool plain = false;    ///< decimals without the German format
 };
 int demo(const DemoOptions& options, Console& console);
 

@@ -32,13 +32,10 @@ bool haveSameColumns(const BoundColumns& a, const BoundColumns& b) {
     });
 }
 
-/// The external text of a value; none of an undefined one.
-std::optional<NkDtString> externalText(const Cell& cell) {
-    BOOL defined = FALSE;
-    USHORT version = 0;
-    NkDtString text = cell.value().ConvToExtern(defined, version);
-    if (!defined) return std::nullopt;
-    return text;
+/// The text by which a value is compared; none of an undefined one.
+std::optional<NkDtString> comparedText(const Cell& cell) {
+    if (!cell.value().IsDefined()) return std::nullopt;
+    return cell.comparedText();
 }
 
 bool areEqual(const std::optional<NkDtString>& a, const std::optional<NkDtString>& b) {
@@ -74,8 +71,8 @@ int compare(const CompareOptions& options, Console& console) {
             tell("row " + std::to_string(firstMore ? firstRows.row() : secondRows.row()) +
                  " is only in the " + (firstMore ? "first" : "second") + " table");
         for (std::size_t i = 0; more && i < first.columns.bound.size(); ++i) {
-            const auto a = externalText(*first.columns.bound[i].cell);
-            const auto b = externalText(*second.columns.bound[i].cell);
+            const auto a = comparedText(*first.columns.bound[i].cell);
+            const auto b = comparedText(*second.columns.bound[i].cell);
             if (!areEqual(a, b))
                 tell(placeOf(firstRows.row(), first.columns.bound[i].name) + ": " + shown(a) +
                      " in the first table, " + shown(b) + " in the second");

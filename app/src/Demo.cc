@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -14,6 +15,7 @@
 #include "TemporaryFile.h"
 #include "Text.h"
 #include "TextTable.h"
+#include "nkdt/NkDtDecimal.h"
 #include "nkfw/Archive.h"
 #include "nkfw/File.h"
 
@@ -85,7 +87,7 @@ class Journey {
     Journey(CDatabase& database, const CString& table, TableColumns& columns)
         : m_database(database), m_table(table), m_columns(columns) {
         for (const BoundColumn& column : columns.bound)
-            m_next.push_back(column.kind->makeCell());
+            m_next.push_back(makeCellFor(column));
     }
 
     void travel(const char* rowFilter) {
@@ -103,6 +105,7 @@ class Journey {
         passThrough("external text", Representation::external, externalText);
         passThrough("archive", Representation::archive, archivedBytes);
         passThrough("recordset field", Representation::recordset, [](Cell& cell) { return shown(cell); });
+        passThrough("DEC record", Representation::record, recordBytes);
         writeAndReadBack();
     }
 
@@ -126,21 +129,36 @@ class Journey {
             m_lines.push_back({std::exchange(title, ""), column.name, show(*column.cell)});
     }
 
+    // A value that the representation cannot hold, as it says itself, goes on as it was.
     template <class Show>
     void passThrough(const char* name, Representation representation, Show&& show) {
-        station(name, show);
-        for (const Road& road : roads()) {
-            if (road.representation != representation) continue;
-            for (std::size_t i = 0; i < m_next.size(); ++i) {
-                BoundColumn& column = m_columns.bound[i];
+        std::string title = name;
+        for (std::size_t i = 0; i < m_next.size(); ++i) {
+            BoundColumn& column = m_columns.bound[i];
+            for (const Road& road : roadsOf(*column.kind)) {
+                if (road.representation != representation) continue;
+                std::string text = show(*column.cell);
                 const Arrival arrival = nkdt::app::travel(road, *column.cell, *m_next[i]);
-                if (arrival.outcome != Arrival::survived) {
+                if (arrival.outcome == Arrival::lost) {
                     throw DataError("column " + column.name + " does not survive as " + road.name + ": " +
                                     arrival.reason);
                 }
-                column.cell->value().Assign(m_next[i]->value());
+                if (arrival.outcome == Arrival::notRepresentable) {
+                    text += " (not representable: " + arrival.reason + ")";
+                } else {
+                    column.cell->value().Assign(m_next[i]->value());
+                }
+                m_lines.push_back({std::exchange(title, ""), column.name, text});
             }
         }
+    }
+
+    // SQLite reads a bare number with 15 digits, and a text with all of them.
+    CString databaseLiteral(const BoundColumn& column) const {
+        CString literal(column.cell->sqlLiteral().GetValue());
+        const bool apart = m_database.GetDbms() == CDatabase::sqlite && column.kind->decimal &&
+                           column.cell->value().IsDefined();
+        return apart ? "'" + literal + "'" : literal;
     }
 
     // The row is inserted with its literals and read through the recordset: the database has the last word.
@@ -149,7 +167,7 @@ class Journey {
         CString values;
         for (const BoundColumn& column : m_columns.bound) {
             m_statement += (values.IsEmpty() ? "" : ", ") + CDatabase::QuoteName(column.ansiName);
-            values += (values.IsEmpty() ? "" : ", ") + CString(column.cell->sqlLiteral().GetValue());
+            values += (values.IsEmpty() ? "" : ", ") + databaseLiteral(column);
         }
         m_statement += ") VALUES (" + values + ")";
         m_database.ExecuteSQL(m_statement);
@@ -181,20 +199,31 @@ class Journey {
     }
 
     // A long text's bytes are not worth reading to the end.
-    static std::string archivedBytes(Cell& cell) {
+    static std::string hexadecimal(const BYTE* bytes, std::size_t count) {
         constexpr std::size_t most = 60;
+        std::string text;
+        for (std::size_t i = 0; i < count; ++i) {
+            std::array<char, 4> digits{};
+            (void)std::snprintf(digits.data(), digits.size(), "%02X", static_cast<unsigned>(bytes[i]));
+            text += digits.data();
+        }
+        return shortened(text, most) + ", " + std::to_string(count) + " bytes";
+    }
+
+    static std::string archivedBytes(Cell& cell) {
         CMemFile file;
         CArchive archive(&file, CArchive::store);
         cell.serialize(archive);
         archive.Close();
-        std::string bytes;
-        for (ULONGLONG i = 0; i < file.GetLength(); ++i) {
-            std::array<char, 4> digits{};
-            (void)std::snprintf(digits.data(), digits.size(), "%02X",
-                                static_cast<unsigned>(file.GetData()[i]));
-            bytes += digits.data();
-        }
-        return shortened(bytes, most) + ", " + std::to_string(file.GetLength()) + " bytes";
+        return hexadecimal(file.GetData(), static_cast<std::size_t>(file.GetLength()));
+    }
+
+    static std::string recordBytes(Cell& cell) {
+        BOOL defined = FALSE;
+        const DEC record = static_cast<const NkDtDecimal&>(cell.value()).ConvToBTR(defined);
+        std::array<BYTE, sizeof record> bytes{};
+        std::memcpy(bytes.data(), &record, sizeof record);
+        return (defined ? "defined, " : "undefined, ") + hexadecimal(bytes.data(), bytes.size());
     }
 
     CDatabase& m_database;
@@ -214,7 +243,9 @@ int demo(const DemoOptions& options, Console& console) {
         Progress progress(console, "making the sample table");
         makeSampleTable(sample.database(), options.rows, progress);
     }
-    TableColumns columns = columnsOf(sample.database(), table, {});
+    Selection everything;
+    everything.plain = options.plain;
+    TableColumns columns = columnsOf(sample.database(), table, everything);
     Journey journey(sample.database(), table, columns);
     journey.travel(sampleRowFilter);
     sample.complete();

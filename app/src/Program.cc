@@ -48,6 +48,14 @@ void addSelection(CLI::App& app, Selection& selection, bool withRows) {
                  "Take the most similar character for one that code page 1252 lacks");
 }
 
+void addLook(CLI::App& app, bool& plain) {
+    app.add_option_function<std::string>(
+           "--format", [&plain](const std::string& name) { plain = name == "plain"; },
+           "How decimals look: german (-1.234,50), which is the default, or plain (-1234.5)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(std::vector<std::string>{"german", "plain"}).description(""));
+}
+
 void addFormat(CLI::App& app, std::string& format) {
     std::vector<std::string> names;
     for (const TableFileFormat& known : tableFileFormats())
@@ -69,6 +77,7 @@ void addShow(CLI::App& program, Command& command) {
     app.add_option("--width", options->width, "At most so many characters of a value")
         ->check(wholeNumberFrom(1))
         ->type_name("N");
+    addLook(app, options->selection.plain);
     addSelection(app, options->selection, true);
     app.callback(
         [&command, options] { command = [options](Console& console) { return show(*options, console); }; });
@@ -81,6 +90,7 @@ void addCheck(CLI::App& program, Command& command) {
     app.add_option("DB", options->database, databaseHelp)->required()->type_name("");
     app.add_option("TABLE", options->tables, "Tables or views")->required()->type_name("");
     app.add_flag("--strict", options->strict, "Values that a representation cannot hold are failures too");
+    addLook(app, options->selection.plain);
     addSelection(app, options->selection, true);
     app.callback(
         [&command, options] { command = [options](Console& console) { return check(*options, console); }; });
@@ -140,6 +150,7 @@ void addDemo(CLI::App& program, Command& command) {
     app.add_option("DB", options->database,
                    "Path of the new SQLite file, which stays, or an ODBC connection string")
         ->type_name("");
+    addLook(app, options->plain);
     app.add_option("--rows", options->rows, "Add so many rows to the sample ones")
         ->check(wholeNumberFrom(0))
         ->type_name("N");

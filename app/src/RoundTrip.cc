@@ -62,6 +62,10 @@ void throughArchive(Cell& from, Cell& to) {
     if (file.GetPosition() != file.GetLength()) throw DataError("the archive was not read to its end");
 }
 
+void throughRecord(Cell& from, Cell& to) {
+    to.takeThroughRecord(from);
+}
+
 std::string shownValue(const Cell& cell) {
     return cell.value().IsDefined() ? "\"" + visible(cell.text().GetValue()) + "\"" : "undefined";
 }
@@ -78,6 +82,15 @@ const std::vector<Road>& roads() {
         {"archive", Representation::archive, throughArchive},
     };
     return all;
+}
+
+const std::vector<Road>& roadsOf(const ColumnKind& kind) {
+    static const std::vector<Road> withRecord = [] {
+        std::vector<Road> all = roads();
+        all.push_back({"DEC record", Representation::record, throughRecord});
+        return all;
+    }();
+    return kind.decimal ? withRecord : roads();
 }
 
 Arrival travel(const Road& road, Cell& from, Cell& back) {

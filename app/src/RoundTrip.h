@@ -19,8 +19,10 @@ struct Road {
     void (*travel)(Cell& from, Cell& to);
 };
 
-/// All roads.
+/// The roads that every value can take.
 const std::vector<Road>& roads();
+/// These, and those that only values of that kind can take.
+const std::vector<Road>& roadsOf(const ColumnKind& kind);
 
 /// How a value came back.
 struct Arrival {

@@ -28,7 +28,7 @@ std::string takeQuoted(std::string_view& text) {
 SqlLiteral takeSqlLiteral(std::string_view& text) {
     if (!text.empty() && text.front() == '\'') return {SqlLiteral::quoted, takeQuoted(text)};
     const std::size_t length =
-        std::min(text.find_first_not_of("+-.0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"), text.size());
+        std::min(text.find_first_not_of("+-.0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZe"), text.size());
     if (length == 0) throw DataError("an SQL literal is missing");
     const std::string_view word = text.substr(0, length);
     text.remove_prefix(length);

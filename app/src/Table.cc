@@ -133,12 +133,19 @@ TableColumns columnsOf(const CDatabase& database, const CString& table, const Se
                                                                      : nullptr;
         if (kind != nullptr) {
             columns.bound.push_back({name, column->strName, kind, kind->makeCell()});
+            if (selection.plain) columns.bound.back().cell->value().SetFormat(nullptr);
         } else {
             columns.leftOut.push_back({name, visible(column->strTypeName), reasonToLeaveOut(*column)});
         }
     }
     if (columns.bound.empty()) throw DataError("no column of table " + visible(table) + " can be bound");
     return columns;
+}
+
+std::unique_ptr<Cell> makeCellFor(const BoundColumn& column) {
+    std::unique_ptr<Cell> cell = column.kind->makeCell();
+    cell->value().SetFormat(column.cell->value().GetFormat());
+    return cell;
 }
 
 void tellLeftOut(Console& console, const CString& table, const std::vector<LeftOutColumn>& leftOut) {

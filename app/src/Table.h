@@ -25,6 +25,7 @@ struct Selection {
     std::string filter;                ///< a condition of SQL; empty: all rows
     std::string sort;                  ///< an order of SQL; empty: the database's own
     bool bestFit = false;  ///< take the best fitting character for one that code page 1252 does not have
+    bool plain = false;    ///< decimals without the German format
 };
 
 /// A column that is bound, with its value in the current row.
@@ -35,6 +36,9 @@ struct BoundColumn {
     std::unique_ptr<Cell> cell;
 };
 using BoundColumns = std::vector<BoundColumn>;
+
+/// Another cell for values of the column, with the same format.
+std::unique_ptr<Cell> makeCellFor(const BoundColumn& column);
 
 /// A column that is not bound, and why not.
 struct LeftOutColumn {

@@ -159,14 +159,15 @@ TEST_P(Check, CountsValuesPerColumnAndNamesTheOthers) {
     EXPECT_EQ(outcome.out,
               "Table Waren, 3 rows\n"
               "\n"
-              "Column  Class                         Values  Undefined  Survived  Not representable  Lost\n"
-              "------  ----------------------------  ------  ---------  --------  -----------------  ----\n"
-              "Nummer  NkDtLong                           3          1         3                  0     0\n"
-              "Stück   NkDtShort                          3          1         3                  0     0\n"
-              "Name    NkDtString                         3          1         3                  0     0\n"
-              "Neu     NkDtBool                           3          1         3                  0     0\n"
-              "Preis   NkDtDecimal is not bound yet\n"
+              "Column  Class                        Values  Undefined  Survived  Not representable  Lost\n"
+              "------  ---------------------------  ------  ---------  --------  -----------------  ----\n"
+              "Nummer  NkDtLong                          3          1         3                  0     0\n"
+              "Stück   NkDtShort                         3          1         3                  0     0\n"
+              "Name    NkDtString                        3          1         3                  0     0\n"
+              "Preis   NkDtDecimal                       3          1         3                  0     0\n"
+              "Neu     NkDtBool                          3          1         3                  0     0\n"
               "Am      NkDtDateZp is not bound yet\n"
+              "Total: column Preis, 1,00\n"
               "\n");
 }
 
@@ -190,11 +191,11 @@ TEST_P(Check, TellsEachValueThatCannotBeReadAndGoesOn) {
     EXPECT_THAT(
         outcome.out,
         HasSubstr(
-            "Name    NkDtString                         3          0         2                  0     1\n"));
+            "Name    NkDtString                        3          0         2                  0     1\n"));
     EXPECT_THAT(
         outcome.out,
         HasSubstr(
-            "Nummer  NkDtLong                           3          0         3                  0     0\n"));
+            "Nummer  NkDtLong                          3          0         3                  0     0\n"));
     EXPECT_EQ(check({"--best-fit"}).status, 0);
 }
 

@@ -24,7 +24,11 @@ TEST_F(Demo, TakesARowDownTheRoadAndBack) {
     EXPECT_THAT(outcome.out, HasSubstr("small letter = ü"));
     EXPECT_THAT(outcome.out, HasSubstr("not = Ja"));
     EXPECT_THAT(outcome.out, HasSubstr("defined, 100, \"J\""));
-    EXPECT_THAT(outcome.out, HasSubstr("Preis (DECIMALTEXT(28,10)): NkDtDecimal is not bound yet"));
+    EXPECT_THAT(outcome.out, HasSubstr("* 3 = -37037036703703703.6703703701"));
+    EXPECT_THAT(outcome.out, HasSubstr("-12.345.678.901.234.567,8901234567"));
+    EXPECT_THAT(outcome.out, HasSubstr("14 bytes (not representable: a record has 64 bits for the digits)"));
+    EXPECT_THAT(outcome.out, HasSubstr("0,00 (not representable: the default format shows two places)"));
+    EXPECT_THAT(outcome.out, HasSubstr("Aufnahme (DATE): NkDtDateZp is not bound yet"));
     EXPECT_THAT(outcome.out, HasSubstr("Bild (BLOB): not bindable"));
 }
 

@@ -64,9 +64,25 @@ TEST_F(Reference, PassesTheCheckAndNamesTheColumnsWhoseClassIsNotThere) {
     EXPECT_THAT(outcome.out, HasSubstr("Table Order Details, 2155 rows"));
     EXPECT_THAT(outcome.out, HasSubstr("Table Products, 77 rows"));
     EXPECT_THAT(outcome.out, testing::ContainsRegex("Region +NkDtString +93 +62 +93 +0 +0\n"));
-    EXPECT_THAT(outcome.out, testing::ContainsRegex("Freight +NkDtDecimal is not bound yet\n"));
+    EXPECT_THAT(outcome.out, testing::ContainsRegex("Freight +NkDtDecimal +830 +0 +830 +0 +0\n"));
     EXPECT_THAT(outcome.out, testing::ContainsRegex("OrderDate +NkDtDateTime is not bound yet\n"));
-    EXPECT_THAT(outcome.out, testing::ContainsRegex("Discount +NkDtDouble is not bound yet\n"));
+    EXPECT_THAT(outcome.out, testing::ContainsRegex("Discount +NkDtDouble +2155 +0 +2155 +0 +0\n"));
+}
+
+TEST_F(Reference, HasTheTotalsThatTheDatabaseCountsInCents) {
+    for (const auto& [table, column] :
+         {std::pair("Orders", "Freight"), {"Order Details", "UnitPrice"}, {"Products", "UnitPrice"}}) {
+        const std::string from = std::string(" FROM \"") + table + "\"";
+        const std::string inCents = std::string("ROUND(") + column + " * 100)";
+        ASSERT_EQ(valueOf(source, "SELECT COUNT(*)" + from + " WHERE ABS(" + column + " * 100 - " + inCents +
+                                      ") > 0.000001"),
+                  "0");
+        std::string cents = valueOf(source, "SELECT SUM(CAST(" + inCents + " AS INTEGER))" + from);
+        ASSERT_GT(cents.size(), 2U);
+        const Outcome outcome = call({"check", source, table, "--columns", column, "--format", "plain"});
+        EXPECT_THAT(outcome.out, HasSubstr(std::string("Total: column ") + column + ", " +
+                                           cents.insert(cents.size() - 2, ".") + "\n"));
+    }
 }
 
 TEST_F(Reference, ShowsLettersBeyondAscii) {

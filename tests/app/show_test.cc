@@ -12,11 +12,12 @@ class Show : public EachDatabase {
         execute(
             "CREATE TABLE \"Größen\" (\"Nummer\" INTEGER, \"Stück\" SMALLINT, \"Name\" VARCHAR(40), \"Ort, "
             "Straße\" TEXT, \"Preis\" "
-            "NUMERIC(10,2))");
+            "NUMERIC(10,2), \"Am\" DATE)");
         execute(
-            "INSERT INTO \"Größen\" VALUES (1, -5, 'Müller', NULL, 1.5), (-2147483648, 32767, NULL, '', "
-            "NULL), (NULL, NULL, 'a', "
-            "'Köln', 2)");
+            "INSERT INTO \"Größen\" VALUES (1, -5, 'Müller', NULL, 1.5, NULL), (-2147483648, 32767, NULL, "
+            "'', "
+            "NULL, NULL), (NULL, NULL, 'a', "
+            "'Köln', -1234567.8, NULL)");
     }
 
     Outcome show(Arguments options) {
@@ -31,16 +32,16 @@ TEST_P(Show, AlignsByCharactersAndShowsUndefinedValuesAsEmpty) {
     const Outcome outcome = show({"--sort", "\"Stück\" IS NULL, \"Stück\""});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out,
-              "     Nummer  Stück  Name    Ort, Straße\n"
-              "-----------  -----  ------  -----------\n"
-              "          1     -5  Müller\n"
+              "     Nummer  Stück  Name    Ort, Straße          Preis\n"
+              "-----------  -----  ------  -----------  -------------\n"
+              "          1     -5  Müller                        1,50\n"
               "-2147483648  32767\n"
-              "                    a       Köln\n");
+              "                    a       Köln         -1.234.567,80\n");
 }
 
 TEST_P(Show, NamesAColumnWhoseClassIsNotThere) {
-    EXPECT_THAT(show({}).err, HasSubstr("column Preis ("));
-    EXPECT_THAT(show({}).err, HasSubstr("is left out: NkDtDecimal is not bound yet\n"));
+    EXPECT_THAT(show({}).err, HasSubstr("column Am ("));
+    EXPECT_THAT(show({}).err, HasSubstr("is left out: NkDtDateZp is not bound yet\n"));
 }
 
 TEST_P(Show, TakesTheColumnsInTheOrderAskedFor) {

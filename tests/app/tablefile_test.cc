@@ -206,7 +206,7 @@ TEST(ExternFiles, WithABadHeadAreRefused) {
         EXPECT_EQ(importContent("extern", head + std::string("end 0\n")).status, 1) << head;
     }
     EXPECT_THAT(importContent("extern", "nkdt extern 7\n").err, HasSubstr("version 7"));
-    EXPECT_THAT(importContent("extern", "nkdt extern 1\ntable Waren\ncolumn NkDtDecimal Nummer\nrows\n").err,
+    EXPECT_THAT(importContent("extern", "nkdt extern 1\ntable Waren\ncolumn NkDtTime Nummer\nrows\n").err,
                 HasSubstr("not bound yet"));
 }
 

@@ -75,6 +75,13 @@ void takeDeclaredNumbers(CDatabaseColumn& column, const std::string& declared) {
     if (digit != std::string::npos) column.nScale = numberFrom(declared.substr(digit));
 }
 
+// PostgreSQL's own form: 16 bits of precision, then 11 of a signed scale, which the driver tells as unsigned.
+void takeModifier(CDatabaseColumn& column, int modifier) {
+    if (modifier < 0) return;
+    column.nLength = modifier >> 16;
+    column.nScale = ((modifier & 0x7FF) ^ 0x400) - 0x400;
+}
+
 CDatabaseColumn columnFrom(Statement& row) {
     const CDatabase::Dbms dbms = row.connection().dbms();
     CDatabaseColumn column;
@@ -88,10 +95,13 @@ CDatabaseColumn columnFrom(Statement& row) {
 
     const bool sized = column.nType == CDatabaseColumn::decimal || column.nType == CDatabaseColumn::text ||
                        column.nType == CDatabaseColumn::character;
+    const int modifier =
+        dbms == CDatabase::postgresql ? numberFrom(row.getString(postgresqlTypeModifier)) : 0;
     if (dbms == CDatabase::sqlite) {
         takeDeclaredNumbers(column, declared);
-    } else if (sized &&
-               (dbms != CDatabase::postgresql || numberFrom(row.getString(postgresqlTypeModifier)) >= 0)) {
+    } else if (dbms == CDatabase::postgresql && column.nType == CDatabaseColumn::decimal) {
+        takeModifier(column, modifier);
+    } else if (sized && modifier >= 0) {
         column.nLength = size;
         column.nScale = column.nType == CDatabaseColumn::decimal ? digits : 0;
     }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Catalog.h"
+#include "DecimalExchange.h"
 #include "Diagnostics.h"
 #include "RowColumn.h"
 #include "RowWriter.h"
@@ -58,6 +59,7 @@ class CDatabaseRecordset::Impl {
 
     const std::vector<CDatabaseColumn>& columns() const noexcept { return m_columns; }
     bool isOpen() const noexcept { return m_state != State::closed; }
+    bool isTable() const noexcept { return !m_table.empty(); }
     bool isEnded() const noexcept { return m_state == State::ended; }
     LONGLONG rowNumber() const noexcept { return m_rowNumber; }
     CDatabase::Dbms dbms() const { return m_database.GetConnection()->dbms(); }
@@ -419,21 +421,31 @@ void CDatabaseRecordset::BindBool(LPCTSTR lpszColumn, BOOL& fField) {
 
 void CDatabaseRecordset::BindDouble(LPCTSTR lpszColumn, double& dField) {
     RowColumn& column = m_impl->columnToBind(lpszColumn);
-    column.exactNumbers = true;
+    column.digits = RowColumn::Digits::ofDouble;
     column.exchange = exchangeDouble(dField, column.takesNumbers());
     SetFieldNull(&dField, TRUE);
 }
 
+// A column of texts holds no doubles, and a query's expressions are its own.
+void CDatabaseRecordset::BindDecimal(LPCTSTR lpszColumn, CString& strField) {
+    RowColumn& column = m_impl->columnToBind(lpszColumn);
+    const bool doublesInFull = column.takesNumbers() && m_impl->isTable();
+    column.digits = doublesInFull ? RowColumn::Digits::ofDecimal : RowColumn::Digits::asTold;
+    column.exchange =
+        exchangeDecimal(strField, DecimalCapacity(column.column(), m_impl->dbms()), doublesInFull);
+    SetFieldNull(&strField, TRUE);
+}
+
 void CDatabaseRecordset::BindChar(LPCTSTR lpszColumn, CString& strField) {
     RowColumn& column = m_impl->columnToBind(lpszColumn);
-    column.exactNumbers = false;
+    column.digits = RowColumn::Digits::asTold;
     column.exchange = exchangeChar(strField, column.keepsWhatItIsGiven());
     SetFieldNull(&strField, TRUE);
 }
 
 void CDatabaseRecordset::BindText(LPCTSTR lpszColumn, CString& strField) {
     RowColumn& column = m_impl->columnToBind(lpszColumn);
-    column.exactNumbers = false;
+    column.digits = RowColumn::Digits::asTold;
     column.exchange = exchangeText(strField);
     SetFieldNull(&strField, TRUE);
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "DecimalExchange.h"
 #include "Diagnostics.h"
 #include "Text.h"
 
@@ -25,10 +26,12 @@ bool isTextType(CDatabaseColumn::Type type) noexcept {
 RowColumn::RowColumn(const CDatabaseColumn& column, CDatabase::Dbms dbms)
     : m_column(column),
       m_parameterType(nkdt::odbc::parameterType(dbms, column.nType, column.strTypeName)),
-      m_takesNumbers(dbms == CDatabase::sqlite && !isTextType(column.nType)),
+      m_takesNumbers(dbms == CDatabase::sqlite && !isTextType(column.nType) &&
+                     affinityOf(column.strTypeName.View()) != Affinity::text),
       m_keepsWhatItIsGiven(dbms != CDatabase::postgresql || (column.nType != CDatabaseColumn::character &&
                                                              column.nType != CDatabaseColumn::boolean)) {
-    exactNumbers = column.nType == CDatabaseColumn::floating;
+    if (column.nType == CDatabaseColumn::floating) digits = Digits::ofDouble;
+    if (m_takesNumbers && column.nType == CDatabaseColumn::decimal) digits = Digits::ofDecimal;
 }
 
 std::string quotedName(LPCTSTR name) {
@@ -39,8 +42,10 @@ std::string quotedName(LPCTSTR name) {
 // exactly.
 std::string RowColumn::expression() const {
     std::string name = quotedName(m_column.strName);
-    if (!exactNumbers || !m_takesNumbers) return name;
-    return "CASE typeof(" + name + ") WHEN 'real' THEN printf('%!.20e', " + name + ") ELSE " + name + " END";
+    if (digits == Digits::asTold || !m_takesNumbers) return name;
+    std::string isTold = "typeof(" + name + ") <> 'real'";
+    if (digits == Digits::ofDecimal) isTold += " OR CAST(CAST(" + name + " AS TEXT) AS REAL) = " + name;
+    return "CASE WHEN " + isTold + " THEN " + name + " ELSE printf('%!.20e', " + name + ") END";
 }
 
 void RowColumn::bind(Statement& statement, int number) {
@@ -74,7 +79,9 @@ CrossingValue RowColumn::value() const noexcept {
 
 CrossingValue RowColumn::searchedValue() const noexcept {
     CrossingValue searched = value();
-    if (searched.null || searched.number || !exactNumbers || !m_takesNumbers) return searched;
+    if (searched.null || searched.number || digits == Digits::asTold || !m_takesNumbers) return searched;
+    if (digits == Digits::ofDecimal && searched.text.find_first_of("eE") == std::string_view::npos)
+        return searched;  // a whole number, or few digits, which the column's own rule turns into its double
     double number = 0;
     const char* const last = searched.text.data() + searched.text.size();
     const auto [end, error] = std::from_chars(searched.text.data(), last, number);

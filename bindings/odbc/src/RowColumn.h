@@ -16,6 +16,14 @@ namespace nkdt::odbc {
 /// A row's column: its description, the value that was fetched, and, when it is bound, the way to its field.
 class RowColumn {
   public:
+    /// How the numbers of a column are fetched that its database holds as doubles. SQLite's driver tells them
+    /// with 15 digits.
+    enum class Digits {
+        asTold,     ///< as the driver tells them
+        ofDouble,   ///< all that tell the double
+        ofDecimal,  ///< the same where 15 do not; a text with an exponent is a double then
+    };
+
     RowColumn(const CDatabaseColumn& column, CDatabase::Dbms dbms);
 
     const CDatabaseColumn& column() const noexcept { return m_column; }
@@ -40,7 +48,7 @@ class RowColumn {
     void keepOutgoing() noexcept;
 
     std::unique_ptr<FieldExchange> exchange;  ///< null if the column is not bound
-    bool exactNumbers = false;                ///< fetch doubles with all their digits
+    Digits digits = Digits::asTold;           ///< to be set before the rows are asked for
     bool refused = false;                     ///< the fetched value did not fit the field
     OutgoingValue outgoing;                   ///< the field's value, as it is written
 

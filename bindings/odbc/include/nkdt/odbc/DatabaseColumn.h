@@ -45,7 +45,7 @@ struct NKDT_API CDatabaseColumn {
     Type nType = unknown;  ///< what that name means
     INT nLength =
         0;  ///< the declared length of a text or precision of a number, 0 if none; bounds nothing in SQLite
-    INT nScale = 0;         ///< the declared places of a number, 0 if none
+    INT nScale = 0;         ///< the declared places of a number, 0 if none; negative: zeros before the point
     INT nKeyPosition = 0;   ///< 1 for the first column of the primary key and so on, 0 outside of it
     BOOL fNullable = TRUE;  ///< FALSE only if the database promises that no value is null
 };

@@ -88,6 +88,19 @@ class NKDT_API CDatabaseRecordset : public CRecordset {
     /// A finite floating number, exactly as it is stored. (A query on SQLite has only the 15 digits that the
     /// driver tells; a table's column has them all.)
     void BindDouble(LPCTSTR lpszColumn, double& dField);
+    /// A decimal number of at most 28 digits and 28 places as plain text ("-0.05", "12.50", "100"), with room
+    /// for every number of `NkDtDecimal`, from a column of any numeric type or of text. The column may write
+    /// it otherwise (".5", "1.0e+20"); zeros behind the 28th digit are left out. A number that SQLite holds
+    /// as a double is the decimal with the fewest digits that reads back as it (in a query: the 15 digits
+    /// that the driver tells).
+    ///
+    /// A written number comes back as it was or is refused (22003), never rounded: more than 15 digits into a
+    /// double or a NUMERIC column of SQLite, unless it is a whole number of 64 bits or the declared type is a
+    /// text, such as DECIMALTEXT; more than 6 or 15 into a PostgreSQL `real` or `double precision`; more
+    /// digits or places, zeros at the end apart, than a NUMERIC(p,s) of other databases has; places, and what
+    /// is beyond the type, into a column of whole numbers. "5.0" is written as 5 and 0 without places,
+    /// because the value class marks numbers without places so.
+    void BindDecimal(LPCTSTR lpszColumn, CString& strField);
     /// A text of at most one character.
     void BindChar(LPCTSTR lpszColumn, CString& strField);
     /// A text of any length in code page 1252.
