@@ -33,6 +33,7 @@ TEST_F(Demo, TakesARowDownTheRoadAndBack) {
 }
 
 TEST_F(Demo, LeavesADatabaseThatTheOtherCommandsTake) {
+    if (!extendedPrecisionWorks()) GTEST_SKIP() << "no extended precision";
     ASSERT_EQ(call({"demo", database, "--rows", "50"}).status, 0);
     EXPECT_EQ(valueOf(database, "SELECT COUNT(*) FROM Artikel"), "57");
     EXPECT_EQ(valueOf(database, "SELECT Preis FROM Artikel WHERE Nummer = 2"),
@@ -43,6 +44,7 @@ TEST_F(Demo, LeavesADatabaseThatTheOtherCommandsTake) {
 }
 
 TEST_F(Demo, AddsTheSameRowsEveryTime) {
+    if (!extendedPrecisionWorks()) GTEST_SKIP() << "no extended precision";
     ASSERT_EQ(call({"demo", database, "--rows", "100"}).status, 0);
     ASSERT_EQ(call({"demo", folder.file("second.db"), "--rows", "100"}).status, 0);
     EXPECT_EQ(call({"compare", database, "Artikel", folder.file("second.db"), "Artikel"}).status, 0);
@@ -82,6 +84,7 @@ TEST_F(Demo, LeavesNothingWhenItFails) {
 TEST_F(Demo, WorksOnPostgresqlOnceForATable) {
     if (PostgresServer::instance() == nullptr)
         GTEST_SKIP() << "PostgreSQL's server programs are not installed";
+    if (!extendedPrecisionWorks()) GTEST_SKIP() << "no extended precision";
     const std::string target = PostgresServer::instance()->connectionString();
     const Outcome outcome = call({"demo", target, "--rows", "20"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
