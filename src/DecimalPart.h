@@ -47,7 +47,8 @@ struct ValuePart<NkDtDecimal> {
     }
 
     /// A divisor of 0 is the decimal's own error.
-    static Decimal96 compute(RealOperation operation, const Decimal96& a, const Decimal96& b, RealForm) {
+    [[gnu::always_inline]] static Decimal96 compute(RealOperation operation, const Decimal96& a,
+                                                    const Decimal96& b, RealForm) {
         switch (operation) {
             case RealOperation::add:
                 return a + b;

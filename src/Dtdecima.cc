@@ -68,8 +68,7 @@ NkDtDecimal::NkDtDecimal(const NkDtDouble& r) : RealNumber(r, numberOf(r)) {}
 NkDtDecimal::NkDtDecimal(const COleCurrency& r)
     : RealNumber(isValid(r), NkDtWmDefault, isValid(r) ? NkDtDecimal_Imp::fromCurrency(r) : Decimal96()) {}
 
-[[gnu::flatten]] NkDtDecimal::NkDtDecimal(const Decimal96& number)
-    : RealNumber(TRUE, NkDtWmDefault, number) {}
+[[gnu::flatten]] NkDtDecimal::NkDtDecimal(Decimal96 number) : RealNumber(TRUE, NkDtWmDefault, number) {}
 
 [[gnu::flatten]] NkDtDecimal::NkDtDecimal(const NkDtDecimal& r) = default;
 

@@ -80,6 +80,14 @@ inline bool isNeutral(const NkDtBasis& value, RealOperation operation) {
 
 template <class Derived>
 Derived RealNumber<Derived>::Compute(const Derived& a, const Derived& b, Operation operation) {
+    if (a.IsDefined() && b.IsDefined()) [[likely]]
+        return Derived(ValuePart<Derived>::compute(operation, a.Stored(), b.Stored(), RealForm::values));
+    return ComputeUndefined(a, b, operation);
+}
+
+template <class Derived>
+[[gnu::noinline]] Derived RealNumber<Derived>::ComputeUndefined(const Derived& a, const Derived& b,
+                                                                Operation operation) {
     using Part = ValuePart<Derived>;
     switch (decide(OperandState(a), OperandState(b), neutralOf(operation))) {
         case Outcome::undefined:
@@ -110,6 +118,19 @@ Derived RealNumber<Derived>::Compute(const PlainNumber& a, const Derived& b, Ope
 
 template <class Derived>
 Derived& RealNumber<Derived>::Accumulate(const Derived& r, Operation operation) {
+    using Part = ValuePart<Derived>;
+    // The loop over a column: nothing is left to be noted beside the number.
+    if (!Part::alwaysModified && this->IsModified() && this->IsDefined() && r.IsDefined()) [[likely]] {
+        this->Replace(operation == Operation::add
+                          ? Part::compute(Operation::add, Stored(), r.Stored(), RealForm::values)
+                          : Part::compute(Operation::subtract, Stored(), r.Stored(), RealForm::values));
+        return Self();
+    }
+    return AccumulateAndNote(r, operation);
+}
+
+template <class Derived>
+[[gnu::noinline]] Derived& RealNumber<Derived>::AccumulateAndNote(const Derived& r, Operation operation) {
     using Part = ValuePart<Derived>;
     const OperandState state(*this);
     if (decide(state, OperandState(r), Neutral::none) == Outcome::undefined) return Self();

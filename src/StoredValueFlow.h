@@ -39,7 +39,7 @@ StoredValue<Derived>::~StoredValue() {
 }
 
 template <class Derived>
-auto StoredValue<Derived>::Stored() const -> Value {
+auto StoredValue<Derived>::Stored() const -> const Value& {
     return m_imp->value;
 }
 

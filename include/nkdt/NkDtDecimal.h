@@ -75,7 +75,7 @@ class NKDT_API NkDtDecimal : public nkdt::RealNumber<NkDtDecimal> {
     /// Four places; undefined with 0 for a currency whose status is not valid.
     NkDtDecimal(const COleCurrency& r);
     /// The number itself, defined.
-    explicit NkDtDecimal(const Decimal96& number);
+    explicit NkDtDecimal(Decimal96 number);
     NkDtDecimal(const NkDtDecimal& r);
     NkDtDecimal(NkDtDecimal&& r) noexcept = default;
     ~NkDtDecimal() override;

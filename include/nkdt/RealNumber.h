@@ -479,7 +479,10 @@ class NKDT_API RealNumber : public StoredValue<Derived> {
     }
 
   private:
+    /// The operation on operands of which one at least is undefined.
+    static Derived ComputeUndefined(const Derived& a, const Derived& b, Operation operation);
     Derived& Accumulate(const Derived& r, Operation operation);
+    Derived& AccumulateAndNote(const Derived& r, Operation operation);
     Derived& Accumulate(const PlainNumber& n, Operation operation);
     void Step(Operation operation);
     static bool Related(const Derived& a, const Derived& b, Comparison comparison);

@@ -47,7 +47,8 @@ class NKDT_API StoredValue : public NkDtBasis {
     StoredValue(StoredValue&& r) noexcept = default;
     ~StoredValue() override;
 
-    Value Stored() const;
+    /// Valid until the value is assigned to or ends.
+    const Value& Stored() const;
     /// Stores the value, modified if it differs.
     void Store(Value value);
     /// The same, and makes the value defined.

@@ -82,6 +82,12 @@ Decimal96 converted(std::string_view text) {
     return number;
 }
 
+/// Reads a text that needs no look at its characters one by one: it is too short to break a bound, nothing is
+/// left out, and an empty one is 0.
+bool isPlainNumber(std::string_view text, Decimal96& number) {
+    return text.size() <= mostDigits && static_cast<bool>(Decimal96::parse(text, number));
+}
+
 /// The kept characters of a text.
 class KeptText {
   public:
@@ -145,13 +151,15 @@ Decimal96 withPlaces(const Decimal96& number, std::size_t more) {
 
 Decimal96 NkDtDecimal_Imp::fromText(LPCTSTR pszText) {
     const std::string_view text = givenText(pszText);
-    if (text.empty()) return {};
+    Decimal96 number;
+    if (isPlainNumber(text, number)) return number;
     return converted(KeptText({}, text).view());
 }
 
 Decimal96 NkDtDecimal_Imp::fromFieldText(LPCTSTR pszText) {
     std::string_view text = givenText(pszText);
-    if (text.empty()) return {};
+    Decimal96 number;
+    if (isPlainNumber(text, number)) return number;
     const std::string_view sign = takeSign(text);
     const std::string_view digits = withoutLeadingZero(text);
     const std::string_view counted = withoutLastZeros(digits);
@@ -270,8 +278,9 @@ std::string_view NkDtDecimal_Imp::sqlText(const Decimal96& number, Text& buffer)
 
 std::string_view NkDtDecimal_Imp::plainText(const Decimal96& number, Text& buffer) {
     std::string_view text = sqlText(number, buffer);
-    if (!holds(text, '.')) return text;
-    text = text.substr(0, text.find_last_not_of('0') + 1);
+    if (number.scale() <= 0 || !number.isNumber()) return text;
+    while (text.back() == '0')
+        text.remove_suffix(1);
     if (text.back() == '.') text.remove_suffix(1);
     buffer[text.size()] = '\0';
     return text;

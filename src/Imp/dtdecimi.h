@@ -27,7 +27,7 @@ class NkDtDecimal_Imp {
     using ExternText = char[37];
 
     NkDtDecimal_Imp() noexcept { setHandlers(); }
-    explicit NkDtDecimal_Imp(const Decimal96& number) noexcept : value(number) { setHandlers(); }
+    explicit NkDtDecimal_Imp(Decimal96 number) noexcept : value(number) { setHandlers(); }
     NkDtDecimal_Imp(const NkDtDecimal_Imp& r) noexcept : NkDtDecimal_Imp(r.value) {}
     NkDtDecimal_Imp& operator=(const NkDtDecimal_Imp&) noexcept = default;
     ~NkDtDecimal_Imp() = default;
