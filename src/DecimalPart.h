@@ -32,6 +32,9 @@ struct ValuePart<NkDtDecimal> {
         decimalOrigin("operator<(double)"),  decimalOrigin("operator>(double)"),
         decimalOrigin("operator<=(double)"), decimalOrigin("operator>=(double)")};
     static constexpr bool alwaysModified = false;
+    static constexpr bool keepsEqual = true;
+
+    static bool differ(const Decimal96& a, const Decimal96& b) { return NkDtDecimal_Imp::differ(a, b); }
 
     static Decimal96 toValue(const PlainNumber& number) {
         switch (number.kind()) {

@@ -58,9 +58,7 @@ LPTSTR NkDtDecimal::DecimalToAscii(LPTSTR pszBuffer) const {
 }
 
 void NkDtDecimal::Clear() {
-    // A scale that cannot be multiplied out is not looked at: clearing succeeds.
-    const Decimal96 number = Stored();
-    if (number.scale() < 0 ? !number.isZero() : number != 0) SetModified(TRUE);
+    if (!Stored().isZero()) SetModified(TRUE);
     Replace(Decimal96());
     StoredValue::Clear();
 }
@@ -127,10 +125,12 @@ void NkDtDecimal::SetFromExtern(const NkDtString* pExternData, BOOL fDefiniert, 
 
 void NkDtDecimal::Serialize(CArchive& ar) {
     if (ar.IsStoring()) {
-        StoredValue::Serialize(ar);
+        // The text first: what cannot be written leaves no half record behind.
         BOOL fDefined = FALSE;
         USHORT usVersion = 0;
-        ar << CString(ConvToExtern(fDefined, usVersion));
+        const CString text(ConvToExtern(fDefined, usVersion));
+        StoredValue::Serialize(ar);
+        ar << text;
         return;
     }
     load(
@@ -168,8 +168,6 @@ void NkDtDecimal::ConvToRecordSet(CRecordset& rs, CString& rField) const {
 }
 
 void NkDtDecimal::Take(const Decimal96& number) {
-    // A number whose scale cannot be multiplied out cannot be compared: it is not, where nothing depends on
-    // it.
-    if (!IsModified() && number != Stored()) SetModified(TRUE);
+    if (!IsModified() && ValuePart<NkDtDecimal>::differ(number, Stored())) SetModified(TRUE);
     Replace(number);
 }

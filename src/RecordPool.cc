@@ -13,6 +13,7 @@ constinit FreeBlock openBottom = {nullptr, 0};
 constinit FreeBlock closedBottom = {nullptr, recordPoolLimit};
 
 thread_local constinit FreeBlock* top = &closedBottom;
+thread_local constinit FreeBlock* topOfLarge = &closedBottom;
 
 namespace {
 
@@ -32,19 +33,26 @@ bool poolWanted() noexcept {
     return preloaded == nullptr || std::strstr(preloaded, "vgpreload") == nullptr;
 }
 
-/// Gives all blocks of the thread's list back to the system and closes it.
-void close() noexcept {
-    while (FreeBlock* const below = top->next) {
-        nkfw::release(top);
-        top = below;
+/// Gives all blocks of the list back to the system and closes it.
+template <std::size_t size>
+void closeList() noexcept {
+    FreeBlock* block = List<size>::get();
+    while (FreeBlock* const below = block->next) {
+        nkfw::release(block);
+        block = below;
     }
-    top = &closedBottom;
+    List<size>::set(&closedBottom);
+}
+
+void close() noexcept {
+    closeList<recordBlockSize>();
+    closeList<largeRecordBlockSize>();
 }
 
 enum class ThreadState : unsigned char { fresh, running, switchedOff, ended };
 thread_local constinit ThreadState threadState = ThreadState::fresh;
 
-/// Empties the thread's list when the thread ends; made with the first block that it gives back.
+/// Empties the thread's lists when the thread ends; made with the first block that it gives back.
 struct ThreadEnd {
     ThreadEnd() noexcept = default;
     ~ThreadEnd() {
@@ -62,32 +70,39 @@ void start() noexcept {
     static thread_local const ThreadEnd threadEnd;
     static_cast<void>(threadEnd);
     top = &openBottom;
+    topOfLarge = &openBottom;
 }
 
 }  // namespace
 
-void* takeSlow() noexcept {
-    return nkfw::allocate(recordBlockSize);
+template <std::size_t size>
+void* List<size>::takeSlow() noexcept {
+    return nkfw::allocate(size);
 }
 
-void exhausted() {
-    NkEhNorvaneNewHandler(recordBlockSize);
+template <std::size_t size>
+void List<size>::exhausted() {
+    NkEhNorvaneNewHandler(size);
 }
 
-void giveSlow(void* block) noexcept {
+template <std::size_t size>
+void List<size>::giveSlow(void* block) noexcept {
     if (threadState == ThreadState::fresh) {
         start();
-        if (threadState == ThreadState::running) return give(block);
+        if (threadState == ThreadState::running) return give<size>(block);
     }
     nkfw::release(block);
 }
+
+template struct List<recordBlockSize>;
+template struct List<largeRecordBlockSize>;
 
 TwoBlocks takeTwoSlow() {
     void* const first = take();
     void* const second = tryTake();
     if (second == nullptr) {
         give(first);
-        exhausted();
+        List<recordBlockSize>::exhausted();
     }
     return {first, second};
 }

@@ -13,7 +13,8 @@
 namespace nkdt {
 
 /// What a class states beside its record: `typ`, the origin of the error of `assign`, and what its family
-/// asks for.
+/// asks for. A class that keeps its value when an equal one is stored states `keepsEqual`, a class whose
+/// values cannot all be compared `differ()` of two of them.
 template <class Derived>
 struct ValuePart;
 
@@ -44,29 +45,44 @@ auto StoredValue<Derived>::Stored() const -> const Value& {
 }
 
 template <class Derived>
-void StoredValue<Derived>::Store(Value value) {
-    if (m_imp->value == value) {
-        // A zero of the other sign is no other number, but its sign is kept.
-        if constexpr (std::is_floating_point_v<Value>) m_imp->value = value;
-        return;
+auto StoredValue<Derived>::InPlace() -> Value& {
+    return m_imp->value;
+}
+
+/// Whether storing one value in place of the other modifies.
+template <class Derived, class Value>
+bool differ(const Value& a, const Value& b) {
+    if constexpr (requires { ValuePart<Derived>::differ(a, b); }) {
+        return ValuePart<Derived>::differ(a, b);
+    } else {
+        return !(a == b);
     }
-    SetModified(TRUE);
-    m_imp->value = value;
 }
 
 template <class Derived>
-void StoredValue<Derived>::SetTo(Value value) {
+void StoredValue<Derived>::Store(const Value& value) {
+    if (differ<Derived>(m_imp->value, value)) {
+        SetModified(TRUE);
+    } else if constexpr (requires { ValuePart<Derived>::keepsEqual; }) {
+        return;
+    }
+    m_imp->value = value;  // with what equality does not see: the sign of a zero, say
+}
+
+template <class Derived>
+void StoredValue<Derived>::SetTo(const Value& value) {
     Store(value);
     SetDefined(TRUE);
 }
 
 template <class Derived>
-void StoredValue<Derived>::Replace(Value value) {
+void StoredValue<Derived>::Replace(const Value& value) {
     m_imp->value = value;
 }
 
 template <class Derived>
 void StoredValue<Derived>::CopyFrom(const StoredValue& r) {
+    if (this == &r) return;
     Store(r.Stored());
     NkDtBasis::operator=(r);
 }

@@ -38,14 +38,14 @@ struct NewRecords {
 /// @param args  what the value record is built from
 template <class Imp, class... Args>
 [[nodiscard]] NewRecords<Imp> newRecords(const State& state, Args&&... args) {
-    const auto [first, second] = pool::takeTwo();
+    const auto [first, second] = pool::takeForValue<Imp>();
     if constexpr (noexcept(Imp(std::forward<Args>(args)...))) {
         return {::new (first) State(state), ::new (second) Imp(std::forward<Args>(args)...)};
     } else {
         try {
             return {::new (first) State(state), ::new (second) Imp(std::forward<Args>(args)...)};
         } catch (...) {
-            pool::giveTwo(first, second);
+            pool::giveOfValue<Imp>(first, second);
             throw;
         }
     }
@@ -61,7 +61,7 @@ void endRecords(NkDtBasis& value, Record<Imp>& imp) noexcept {
     Imp* const second = imp.release();
     first->~State();
     second->~Imp();
-    pool::giveTwo(first, second);
+    pool::giveOfValue<Imp>(first, second);
 }
 
 }  // namespace nkdt

@@ -10,6 +10,7 @@
 #include "Error.h"
 #include "ExactTotal.h"
 #include "Text.h"
+#include "nkdec/Decimal96.h"
 #include "nkdt/NkDtBool.h"
 #include "nkdt/NkDtChar.h"
 #include "nkdt/NkDtDecimal.h"

@@ -6,26 +6,24 @@
 #include <string>
 #include <string_view>
 
-#include "nkdec/Decimal96.h"
-
 namespace nkdt::app {
 
-/// Whole numbers and places are added apart, so that a sum is never rounded: it has up to 28 digits before
-/// the point and 28 behind it, where a single decimal has 28 in all.
+/// A single decimal has 28 digits in all; a sum has room for them before the point and behind it, and for
+/// thousands of millions of such numbers, whatever their order. It is never rounded.
 class ExactTotal {
   public:
-    /// @param plain a decimal in digits: "-12.50"
+    /// @param plain a decimal in digits, with 28 places at most: "-12.50"
     void add(std::string_view plain);
-    /// FALSE once the sum was too large; it stays so.
+    /// FALSE once a sum was too large, or a text no such decimal; it stays so.
     bool isKnown() const noexcept { return m_known; }
     /// The sum in digits, without superfluous places.
     std::string text() const;
 
   private:
-    void addKnown(const Decimal96& number);
+    __extension__ typedef __int128 Int128;
 
-    Decimal96 m_whole;
-    Decimal96 m_places;  // smaller than 1, of the sign of the whole number
+    Int128 m_whole = 0;
+    Int128 m_places = 0;  // in units of the 28th place, less than 1 together, of any sign
     bool m_known = true;
 };
 

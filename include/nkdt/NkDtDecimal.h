@@ -147,7 +147,8 @@ class NKDT_API NkDtDecimal : public nkdt::RealNumber<NkDtDecimal> {
 
     /// Without a format the plain text with all held places; there is no default format.
     CString ConvToOFL(const NkFormat* pFormat = nullptr) const override;
-    /// Without a format a plain text: digits, ".", a sign in front.
+    /// Without a format a plain text: digits, ".", a sign in front. Of a plain text, be it given or what the
+    /// format made, the first 38 characters are used: a number behind more zeros than that is read as 0.
     void SetFromOFL(LPCTSTR pszOFL, const NkFormat* pFormat = nullptr) override;
     /// The number with one digit in front of the point and a power of ten, "1.2345E+002"; an undefined text
     /// for an undefined value.
@@ -165,8 +166,8 @@ class NKDT_API NkDtDecimal : public nkdt::RealNumber<NkDtDecimal> {
     /// Clears for a field that the recordset reports null; else reads its text, modified if the number
     /// differs, and becomes defined.
     virtual void SetFromRecordSet(CRecordset& rs, const CString& rField);
-    /// Writes the number into the field, with one decimal place at least ("0.00" for 0), and marks it not
-    /// null; marks it null, the field unchanged, for an undefined value.
+    /// Writes the number into the field, with one decimal place at least ("0.00" for 0) and cut to the room
+    /// that the field has, and marks it not null; marks it null, the field unchanged, for an undefined value.
     virtual void ConvToRecordSet(CRecordset& rs, CString& rField) const;
 
     /// The rest of the division toward zero: the sign of @p a, smaller than @p b. A null @p b gives the

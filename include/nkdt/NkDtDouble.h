@@ -70,7 +70,8 @@ class NKDT_API NkDtDouble : public nkdt::RealNumber<NkDtDouble> {
     const CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
     NkDtDouble* NewObject() const override;
 
-    /// Copies the number (modified if it differs) and the definedness; mode and format stay.
+    /// Copies the number (modified if it differs) and the definedness; mode and format stay. Nothing happens
+    /// to a value that is assigned to itself.
     NkDtDouble& operator=(const NkDtDouble& r);
     NkDtDouble& operator=(NkDtDouble&& r) {
         MoveFrom(r);

@@ -178,6 +178,10 @@ class NKDT_API RealNumber : public StoredValue<Derived> {
         return Compute(PlainNumber(a), b, Operation::divide);
     }
 
+    /// The number with its places; undefined for a missing value, 0 for a null one.
+    friend Derived operator+(const Derived& a) { return a * INT{1}; }
+    friend Derived operator-(const Derived& a) { return a * INT{-1}; }
+
     template <class N, If<isOtherPlainNumber<N>> = 0>
     friend Derived operator+(const Derived& a, N b) {
         return Compute(a, PlainNumber(b), Operation::add);

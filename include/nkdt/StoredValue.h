@@ -49,13 +49,15 @@ class NKDT_API StoredValue : public NkDtBasis {
 
     /// Valid until the value is assigned to or ends.
     const Value& Stored() const;
+    /// The same to be changed bit by bit; nothing is noted.
+    Value& InPlace();
     /// Stores the value, modified if it differs.
-    void Store(Value value);
+    void Store(const Value& value);
     /// The same, and makes the value defined.
-    void SetTo(Value value);
+    void SetTo(const Value& value);
     /// Stores the value and looks at nothing.
-    void Replace(Value value);
-    /// Copies value and definedness, modified if they differ.
+    void Replace(const Value& value);
+    /// Copies value and definedness, modified if they differ; nothing happens to a value itself.
     void CopyFrom(const StoredValue& r);
     /// Takes everything onto a husk; copies onto any other value.
     void MoveFrom(StoredValue& r) {

@@ -35,6 +35,31 @@ void NkDtDecimal_Imp::replaceHandlers() noexcept {
     setDecimal96InexactHandler(&acceptInexact);
 }
 
+// Comparing
+
+namespace {
+
+/// Whether the mantissa can be multiplied by the power of ten that a negative scale stands for.
+bool canBeComputedWith(const Decimal96& number) {
+    if (number.scale() >= 0 || number.sign() == 0) return true;
+    if (number.scale() < -Decimal96::maxScale) return false;
+    const Decimal96 most = Decimal96::fromMantissa(0x7FFF'FFFF, 0xFFFF'FFFF'FFFF'FFFFU);
+    const Decimal96 unit = Decimal96::fromMantissa(0, 1, static_cast<std::int16_t>(number.scale()));
+    const Decimal96 digits = Decimal96::fromMantissa(number.mantissaHigh(), number.mantissaLow());
+    return digits.abs() <= most.truncatedQuotient(unit);
+}
+
+bool haveSameParts(const Decimal96& a, const Decimal96& b) noexcept {
+    return a.mantissaLow() == b.mantissaLow() && a.mantissaHigh() == b.mantissaHigh() &&
+           a.scale() == b.scale() && a.state() == b.state();
+}
+
+}  // namespace
+
+bool NkDtDecimal_Imp::differ(const Decimal96& a, const Decimal96& b) {
+    return canBeComputedWith(a) && canBeComputedWith(b) ? a != b : !haveSameParts(a, b);
+}
+
 // From text
 
 namespace {

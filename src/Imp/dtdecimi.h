@@ -40,6 +40,10 @@ class NkDtDecimal_Imp {
             replaceHandlers();
     }
 
+    /// Whether the numbers differ. One whose negative scale cannot be multiplied out cannot be computed with;
+    /// it differs from all but its like.
+    static bool differ(const Decimal96& a, const Decimal96& b);
+
     /// @name From text
     /// Error 5 "Ungültiger Initialwert" for null. An empty text is 0, except as external text. A number
     /// beyond the mantissa raises error 24; places beyond the 28th are rounded half away from zero.

@@ -106,6 +106,10 @@ void results() {
     const NkDtDecimal b("2");
     isDecimal(a + b, "9.5");
     isDecimal(a - b, "5.5");
+    isDecimal(-a, "-7.5");
+    isDecimal(+a, "7.5");
+    isDecimal(-NkDtDecimal("1234567890123456789.25"), "-1234567890123456789.25");
+    holds(!(-NkDtDecimal(NkDtWmMissing)).IsDefined());
     isDecimal(a * b, "15");
     isDecimal(a / b, "3.75");
     isDecimal(a % b, "1.5");

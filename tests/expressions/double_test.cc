@@ -106,6 +106,9 @@ void literals() {
     isDouble(implicitZero, 0);
     const NkDtDouble listed = {2.5};
     isDouble(listed, 2.5);
+    isDouble(-listed, -2.5);
+    isDouble(+listed, 2.5);
+    holds(!(-NkDtDouble(NkDtWmMissing)).IsDefined());
 
     NkDtDouble d(2.5);
     isTrue(d == 2.5);

@@ -42,10 +42,17 @@ class Value(integer_rules.Value):
 # --- Single steps -----------------------------------------------------------------------------
 
 
+def differ(a, b):
+    """A number that cannot be multiplied out differs from all but its like."""
+    try:
+        return order(a, b) != 0
+    except Refusal:
+        return a != b
+
+
 def with_number(x, number):
-    """A differing number raises the modified flag; the places follow in any case. Only a flag that is down asks for
-    the comparison, so that a number which cannot be compared can be replaced."""
-    return x._replace(stored=number, modified=int(x.modified or order(x.stored, number) != 0))
+    """A differing number raises the modified flag; the places follow in any case."""
+    return x._replace(stored=number, modified=int(x.modified or differ(x.stored, number)))
 
 
 def constructed_in_mode(mode, default):
@@ -206,7 +213,7 @@ def stepped(x, rule):
 
 def assigned(x, y):
     """An equal number is not copied, not even its places. The mode stays, and with mode 2 the definedness."""
-    if order(x.stored, y.stored) != 0:
+    if differ(x.stored, y.stored):
         x = x._replace(stored=y.stored, modified=1)
     return x if x.mode == ALWAYS_DEFINED else with_defined(x, y.defined)
 

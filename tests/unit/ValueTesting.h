@@ -7,6 +7,7 @@
 #include <nkdt/NkDtBasis.h>
 #include <nkdt/NkDtBool.h>
 #include <nkdt/NkDtChar.h>
+#include <nkdt/NkDtDecimal.h>
 #include <nkdt/NkDtDouble.h>
 #include <nkdt/NkDtExcep.h>
 #include <nkdt/NkDtLong.h>
@@ -164,7 +165,8 @@ inline std::string describe(const NkDtString& value) {
            std::to_string(value.GetAllocLength()) + " " + stateOf(value);
 }
 
-/// The stored value as a text, whether it is defined or not: the external text, where that tells it.
+/// The stored value as a text, whether it is defined or not: the external text, where that tells it and
+/// people can read it.
 template <class Value>
 std::string textOf(const Value& value) {
     if constexpr (std::is_base_of_v<NkDtChar, Value>) {
@@ -174,6 +176,9 @@ std::string textOf(const Value& value) {
         NkDtBool null(value);
         null.SetWorkingMode(NkDtWmNull);  // a null value is read as it is stored
         return std::to_string(null.GetValue());
+    } else if constexpr (std::is_base_of_v<NkDtDecimal, Value>) {
+        char text[33];
+        return value.DecimalToAscii(text);
     } else {
         BOOL defined = FALSE;
         USHORT version = 0;
@@ -194,6 +199,9 @@ inline std::string describe(const NkDtShort& value) {
     return textOf(value) + " " + stateOf(value);
 }
 inline std::string describe(const NkDtDouble& value) {
+    return textOf(value) + " " + stateOf(value);
+}
+inline std::string describe(const NkDtDecimal& value) {
     return textOf(value) + " " + stateOf(value);
 }
 inline std::string describe(const NkDtBool& value) {
@@ -252,7 +260,6 @@ struct Sample<NkDtLong> {
     static constexpr const char* name = "NkDtLong";
     static constexpr NkDtTyps typ = NkDtTypLong;
     static constexpr const char* module = ".\\dtlong.cc";
-    static constexpr const char* fieldModule = ".\\dtlong.cc";
     static constexpr const char* emptyText = "0";  // external text of the empty value
     using Field = long;
     static NkDtLong empty() { return NkDtLong(0); }
@@ -271,7 +278,6 @@ struct Sample<NkDtShort> {
     static constexpr const char* name = "NkDtShort";
     static constexpr NkDtTyps typ = NkDtTypShort;
     static constexpr const char* module = ".\\dtshort.cc";
-    static constexpr const char* fieldModule = ".\\dtshort.cc";
     static constexpr const char* emptyText = "0";
     using Field = int;
     static NkDtShort empty() { return NkDtShort(0); }
@@ -360,7 +366,26 @@ struct Sample<NkDtDouble> {
     static constexpr const char* oneSql = "1234.5";
 };
 
-/// How the samples are shown without a format, and their external texts; of most classes it is all one text.
+template <>
+struct Sample<NkDtDecimal> {
+    static constexpr const char* name = "NkDtDecimal";
+    static constexpr NkDtTyps typ = NkDtTypDecimal;
+    static constexpr const char* module = ".\\Dtdecima.cc";
+    static constexpr const char* emptyText = "0";
+    using Field = CString;
+    static NkDtDecimal empty() { return NkDtDecimal(0); }
+    static NkDtDecimal one() { return NkDtDecimal("1234.50"); }
+    static NkDtDecimal other() { return NkDtDecimal("-9876543210987654321.0625"); }
+    static constexpr const char* oneText = "1234.5";
+    static constexpr const char* otherText = "-9876543210987654321.0625";
+    static Field oneField() { return CString("1234.50"); }
+    static Field otherField() { return CString("-9876543210987654321.0625"); }
+    static void setFromSql(NkDtDecimal& value, bool one) { value.SetFromSQL(one ? "1234.50" : otherText); }
+    static constexpr const char* oneSql = "1234.50";
+};
+
+/// How the samples are shown without a format, and their external texts; of most classes it is all one text,
+/// and one module has all operations.
 template <class Value>
 struct Forms {
     static constexpr const char* oneShown = Sample<Value>::oneText;
@@ -368,9 +393,20 @@ struct Forms {
     static constexpr const char* oneExtern = Sample<Value>::oneText;
     static constexpr const char* otherExtern = Sample<Value>::otherText;
     static constexpr const char* undefinedExtern = Sample<Value>::emptyText;
+    static constexpr const char* module = Sample<Value>::module;  // of the conversions
+};
+template <>
+struct Forms<NkDtDecimal> {
+    static constexpr const char* oneShown = "1234.50";
+    static constexpr const char* otherShown = "-9876543210987654321.0625";
+    static constexpr const char* oneExtern = "1.23450E+003";
+    static constexpr const char* otherExtern = "-9.8765432109876543210625E+018";
+    static constexpr const char* undefinedExtern = "";
+    static constexpr const char* module = ".\\Dtdecfkt.cc";
 };
 template <>
 struct Forms<NkDtDouble> {
+    static constexpr const char* module = Sample<NkDtDouble>::module;
     static constexpr const char* oneShown = "1.234,5";
     static constexpr const char* otherShown = "-0,25";
     static constexpr const char* oneExtern = "1234.5";
@@ -379,6 +415,7 @@ struct Forms<NkDtDouble> {
 };
 template <>
 struct Forms<NkDtBool> {
+    static constexpr const char* module = Sample<NkDtBool>::module;
     static constexpr const char* oneShown = "Ja";
     static constexpr const char* otherShown = "Nein";
     static constexpr const char* oneExtern = "J";
@@ -420,7 +457,8 @@ std::vector<Value> states() {
     return values;
 }
 
-using ValueClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtString, NkDtChar, NkDtBool>;
+using ValueClasses =
+    ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtString, NkDtChar, NkDtBool>;
 
 struct ClassNames {
     template <class Value>

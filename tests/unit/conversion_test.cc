@@ -48,13 +48,16 @@ struct Formats {
     static const NkFormat& foreign() { return kStars; }
     static const NkFormat& narrow() { return kOneDigit; }
 };
-template <>
-struct Formats<NkDtDouble> {
+struct RealFormats {
     static const NkFormat& given() { return kRealPoints; }
     static const NkFormat& own() { return kRealBlanks; }
     static const NkFormat& foreign() { return kStars; }
     static const NkFormat& narrow() { return kOneDigit; }
 };
+template <>
+struct Formats<NkDtDouble> : RealFormats {};
+template <>
+struct Formats<NkDtDecimal> : RealFormats {};
 template <>
 struct Formats<NkDtString> {
     static const NkFormat& given() { return kStars; }
@@ -93,6 +96,11 @@ template <>
 struct Shown<NkDtDouble> {
     static constexpr const char* given = "1,234.5";
     static constexpr const char* own = "1 234,5";
+};
+template <>
+struct Shown<NkDtDecimal> {
+    static constexpr const char* given = "1,234.50";
+    static constexpr const char* own = "1 234,50";
 };
 template <>
 struct Shown<NkDtString> {
@@ -156,7 +164,7 @@ TYPED_TEST_SUITE(Conversion, ValueClasses, ClassNames);
 template <class Value>
 class MarkingConversion : public Conversion<Value> {};
 
-using MarkingClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtString, NkDtChar>;
+using MarkingClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtString, NkDtChar>;
 TYPED_TEST_SUITE(MarkingConversion, MarkingClasses, ClassNames);
 
 /// What the classes have in common whose texts can be malformed.
@@ -244,7 +252,7 @@ TYPED_TEST(Conversion, ReplacesWhatAFormatRefusesToShow) {
         if constexpr (!std::is_same_v<TypeParam, NkDtBool>)  // a format shows every truth value
             expectReplaced(NkFoFehlerWert, [&] { value.ConvToOFL(&F::narrow()); });
         const ErrorPtr error = expectReplaced(NkFoFehlerArt, [&] { value.ConvToOFL(&F::foreign()); });
-        EXPECT_STREQ(error->GetSourceFile(), Sample<TypeParam>::module);
+        EXPECT_STREQ(error->GetSourceFile(), Forms<TypeParam>::module);
         EXPECT_STREQ(error->GetClassText(), Sample<TypeParam>::name);
         EXPECT_STREQ(error->GetFunctionText(), "ConvToOFL(NkFormat*)");
         value.SetFormat(&F::foreign());
@@ -259,7 +267,7 @@ TYPED_TEST(Conversion, ReplacesWhatAFormatRefusesToReadAndStaysAsItWas) {
         const std::string before = describe(value);
         const ErrorPtr error = expectReplaced(
             NkFoFehlerText, [&] { value.SetFromOFL(Forms<TypeParam>::otherShown, &F::narrow()); });
-        EXPECT_STREQ(error->GetSourceFile(), Sample<TypeParam>::module);
+        EXPECT_STREQ(error->GetSourceFile(), Forms<TypeParam>::module);
         EXPECT_STREQ(error->GetClassText(), Sample<TypeParam>::name);
         EXPECT_STREQ(error->GetFunctionText(), "SetFromOFL(LPCTSTR,NkFormat*)");
         EXPECT_EQ(describe(value), before);

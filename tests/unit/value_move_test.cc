@@ -218,7 +218,7 @@ TYPED_TEST(AnyMove, AssignmentOfATemporaryOntoAnotherValueIsTheOrdinaryAssignmen
 /// The classes whose sum is a value of the class.
 template <class Value>
 class SumMove : public AnyMove<Value> {};
-using SumClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtString>;
+using SumClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtString>;
 TYPED_TEST_SUITE(SumMove, SumClasses, ClassNames);
 
 TYPED_TEST(SumMove, KeepsItsFormatModeAndFlagInASumAssignedToItself) {

@@ -44,8 +44,9 @@ TYPED_TEST(AnyValue, IsKnownByItsNameAndDerivesFromTheBase) {
 
 TYPED_TEST(AnyValue, IsNoKindOfAnotherClass) {
     const CRuntimeClass* const classes[] = {NkDtLong::GetThisClass(),   NkDtShort::GetThisClass(),
-                                            NkDtDouble::GetThisClass(), NkDtString::GetThisClass(),
-                                            NkDtChar::GetThisClass(),   NkDtBool::GetThisClass()};
+                                            NkDtDouble::GetThisClass(), NkDtDecimal::GetThisClass(),
+                                            NkDtString::GetThisClass(), NkDtChar::GetThisClass(),
+                                            NkDtBool::GetThisClass()};
     const TypeParam value;
     EXPECT_EQ(std::count_if(std::begin(classes), std::end(classes),
                             [&](const CRuntimeClass* each) { return value.IsKindOf(each) != FALSE; }),
@@ -249,6 +250,8 @@ void expectRefusedByAssign(const NkDtBasis& other) {
 TYPED_TEST(AnyValue, AssignRefusesAnObjectOfAnotherClass) {
     if constexpr (!std::is_same_v<TypeParam, NkDtLong>) expectRefusedByAssign<TypeParam>(NkDtLong(5));
     if constexpr (!std::is_same_v<TypeParam, NkDtShort>) expectRefusedByAssign<TypeParam>(NkDtShort(5));
+    if constexpr (!std::is_same_v<TypeParam, NkDtDouble>) expectRefusedByAssign<TypeParam>(NkDtDouble(5));
+    if constexpr (!std::is_same_v<TypeParam, NkDtDecimal>) expectRefusedByAssign<TypeParam>(NkDtDecimal(5));
     if constexpr (!std::is_same_v<TypeParam, NkDtString>) expectRefusedByAssign<TypeParam>(NkDtString("5"));
     if constexpr (!std::is_same_v<TypeParam, NkDtChar>) expectRefusedByAssign<TypeParam>(NkDtChar('5'));
     if constexpr (!std::is_same_v<TypeParam, NkDtBool>) expectRefusedByAssign<TypeParam>(NkDtBool(TRUE));

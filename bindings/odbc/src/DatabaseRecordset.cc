@@ -422,7 +422,8 @@ void CDatabaseRecordset::BindBool(LPCTSTR lpszColumn, BOOL& fField) {
 void CDatabaseRecordset::BindDouble(LPCTSTR lpszColumn, double& dField) {
     RowColumn& column = m_impl->columnToBind(lpszColumn);
     column.digits = RowColumn::Digits::ofDouble;
-    column.exchange = exchangeDouble(dField, column.takesNumbers());
+    column.exchange =
+        exchangeDouble(dField, DoubleCapacity(column.column(), m_impl->dbms()), column.takesNumbers());
     SetFieldNull(&dField, TRUE);
 }
 

@@ -35,6 +35,24 @@ std::optional<std::int64_t> wholeNumber(const PlainDecimal& number) {
     return value;
 }
 
+/// The shortest text that reads back as the number.
+template <class Number>
+std::string fewestDigits(Number number) {
+    std::array<char, 32> text{};
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
+}
+
+template <class Number>
+std::optional<Number> numberOf(const std::string& text) {
+    Number number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    return read.ec == std::errc() ? std::optional(number) : std::nullopt;
+}
+
+bool isSingle(const CDatabaseColumn& column) {
+    return column.nType == CDatabaseColumn::floating && column.strTypeName == "float4";
+}
+
 bool isWhole(CDatabaseColumn::Type type) noexcept {
     return type == CDatabaseColumn::smallInteger || type == CDatabaseColumn::integer ||
            type == CDatabaseColumn::bigInteger;
@@ -165,7 +183,7 @@ void DecimalCapacity::followAffinity(Affinity affinity) {
 
 void DecimalCapacity::followDeclaration(const CDatabaseColumn& column) {
     if (column.nType == CDatabaseColumn::floating) {
-        m_significant = column.strTypeName == "float4" ? digitsOfSingle : digitsOfDouble;
+        m_significant = isSingle(column) ? digitsOfSingle : digitsOfDouble;
         m_keepsZeros = false;
     } else if (column.nType == CDatabaseColumn::boolean) {
         m_range = Range{0, 1};
@@ -200,6 +218,24 @@ void DecimalCapacity::check(const PlainDecimal& number) const {
         throw Refusal{"22003", "Die Spalte behält von " + textOf(number) + " nur " +
                                    std::to_string(*m_significant) + " Ziffern"};
     }
+}
+
+DoubleCapacity::DoubleCapacity(const CDatabaseColumn& column, CDatabase::Dbms dbms) {
+    if (dbms == CDatabase::sqlite) return;
+    m_single = isSingle(column);
+    if (column.nType == CDatabaseColumn::decimal) m_decimal.emplace(column, dbms);
+}
+
+// A number of 32 bits comes back as the fewest digits that tell it.
+void DoubleCapacity::check(double number) const {
+    if (m_decimal) m_decimal->check(PlainDecimal::from(number));
+    if (!m_single) return;
+    const std::string text = fewestDigits(number);
+    const std::optional<float> single = numberOf<float>(text);
+    if (!single) throw Refusal{"22003", '"' + text + "\" liegt außerhalb der Gleitkommazahlen der Spalte"};
+    const std::string back = fewestDigits(*single);
+    if (numberOf<double>(back) != number)
+        throw Refusal{"22003", "Die Spalte rundet \"" + text + "\" auf \"" + back + '"'};
 }
 
 std::unique_ptr<FieldExchange> exchangeDecimal(CString& field, const DecimalCapacity& capacity,

@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// The way of decimals between a column and a field of text, and what numbers a column holds unchanged.
+/// The way of decimals between a column and a field of text, and what numbers, doubles too, a column holds
+/// unchanged.
 
 #include <cstdint>
 #include <memory>
@@ -46,6 +47,19 @@ class DecimalCapacity {
     std::optional<Digits> m_digits;    ///< the declared digits
     std::optional<int> m_significant;  ///< what else is held: numbers of so many digits; nothing if 0
     bool m_keepsZeros = true;
+};
+
+/// Which doubles a column gives back as they were given it.
+class DoubleCapacity {
+  public:
+    DoubleCapacity(const CDatabaseColumn& column, CDatabase::Dbms dbms);
+
+    /// Throws a Refusal for a finite number that the column would round.
+    void check(double number) const;
+
+  private:
+    bool m_single = false;                     ///< the column has 32 bits
+    std::optional<DecimalCapacity> m_decimal;  ///< the column has declared digits
 };
 
 /// @param doublesInFull whether a text with an exponent is a double, told with more digits than it has

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <limits>
 
+#include "DecimalExchange.h"
 #include "Text.h"
 
 namespace nkdt::odbc {
@@ -68,8 +69,8 @@ class WholeNumberExchange final : public FieldExchange {
 
 class DoubleExchange final : public FieldExchange {
   public:
-    DoubleExchange(double& field, bool numbersAreExact)
-        : m_field(field), m_numbersAreExact(numbersAreExact) {}
+    DoubleExchange(double& field, const DoubleCapacity& capacity, bool numbersAreExact)
+        : m_field(field), m_capacity(capacity), m_numbersAreExact(numbersAreExact) {}
 
     const void* field() const noexcept override { return &m_field; }
     void clear() override { m_field = 0; }
@@ -83,6 +84,7 @@ class DoubleExchange final : public FieldExchange {
     void write(OutgoingValue& value) const override {
         if (!std::isfinite(m_field))
             throw Refusal{"22003", "Unendliche und unbestimmte Zahlen sind nicht speicherbar"};
+        m_capacity.check(m_field);
         if (m_numbersAreExact) {
             value.setNumber(m_field);
         } else {
@@ -106,6 +108,7 @@ class DoubleExchange final : public FieldExchange {
     }
 
     double& m_field;
+    const DoubleCapacity m_capacity;
     const bool m_numbersAreExact;
 };
 
@@ -218,8 +221,9 @@ std::unique_ptr<FieldExchange> exchangeBool(BOOL& field, bool numbersAreKept) {
                                                        numbersAreKept ? Limits::max() : 1);
 }
 
-std::unique_ptr<FieldExchange> exchangeDouble(double& field, bool numbersAreExact) {
-    return std::make_unique<DoubleExchange>(field, numbersAreExact);
+std::unique_ptr<FieldExchange> exchangeDouble(double& field, const DoubleCapacity& capacity,
+                                              bool numbersAreExact) {
+    return std::make_unique<DoubleExchange>(field, capacity, numbersAreExact);
 }
 
 std::unique_ptr<FieldExchange> exchangeChar(CString& field, bool emptyIsKept) {

@@ -13,6 +13,8 @@
 
 namespace nkdt::odbc {
 
+class DoubleCapacity;
+
 /// Why a value cannot cross: a state and a sentence in UTF-8, to be told with its row and column.
 struct Refusal {
     const char* state;
@@ -61,7 +63,8 @@ std::unique_ptr<FieldExchange> exchangeLong(long& field);
 std::unique_ptr<FieldExchange> exchangeBool(BOOL& field, bool numbersAreKept);
 /// @param numbersAreExact whether the column takes a double as a double, else as the shortest text that reads
 /// back
-std::unique_ptr<FieldExchange> exchangeDouble(double& field, bool numbersAreExact);
+std::unique_ptr<FieldExchange> exchangeDouble(double& field, const DoubleCapacity& capacity,
+                                              bool numbersAreExact);
 /// @param emptyIsKept whether the column holds an empty text; else writing one is refused
 std::unique_ptr<FieldExchange> exchangeChar(CString& field, bool emptyIsKept);
 std::unique_ptr<FieldExchange> exchangeText(CString& field);

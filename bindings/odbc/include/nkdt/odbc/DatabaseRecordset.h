@@ -87,6 +87,9 @@ class NKDT_API CDatabaseRecordset : public CRecordset {
     void BindBool(LPCTSTR lpszColumn, BOOL& fField);
     /// A finite floating number, exactly as it is stored. (A query on SQLite has only the 15 digits that the
     /// driver tells; a table's column has them all.)
+    ///
+    /// A written number comes back as it was or is refused (22003): into a PostgreSQL `real` one that 32 bits
+    /// do not tell, into a NUMERIC(p,s) one with more digits or places. A zero may lose its sign.
     void BindDouble(LPCTSTR lpszColumn, double& dField);
     /// A decimal number of at most 28 digits and 28 places as plain text ("-0.05", "12.50", "100"), with room
     /// for every number of `NkDtDecimal`, from a column of any numeric type or of text. The column may write
