@@ -23,11 +23,18 @@ ClockSource setClockSource(ClockSource source) noexcept {
     return before == &systemClock ? nullptr : before;
 }
 
+bool localFields(std::time_t seconds, std::tm& fields) noexcept {
+    std::tm converted;
+    if (localtime_r(&seconds, &converted) == nullptr) return false;
+    fields = converted;
+    return true;
+}
+
 bool readLocalTime(LocalTime& now) noexcept {
     const std::time_t seconds = currentSource.load(std::memory_order_acquire)();
     if (seconds == static_cast<std::time_t>(-1)) return false;
     std::tm fields;
-    if (localtime_r(&seconds, &fields) == nullptr) return false;
+    if (!localFields(seconds, fields)) return false;
     if (fields.tm_year > std::numeric_limits<int>::max() - firstYear) return false;
     now = {fields.tm_year + firstYear,
            fields.tm_mon + 1,

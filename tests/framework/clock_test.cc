@@ -1,11 +1,12 @@
 #include <nkfw/Clock.h>
 
-#include <cstdlib>
 #include <ctime>
 #include <limits>
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "TimeZone.h"
 
 namespace {
 
@@ -18,24 +19,11 @@ std::time_t toldTime() noexcept {
 // Reads the clock in a time zone one hour east of Greenwich, set for one test.
 class ClockInTheEast : public testing::Test {
   protected:
-    void SetUp() override {
-        if (const char* const zone = std::getenv("TZ"); zone != nullptr) m_zone = zone;
-        ::setenv("TZ", "EAST-1", 1);
-        ::tzset();
-        nkfw::setClockSource(&toldTime);
-    }
-    void TearDown() override {
-        nkfw::setClockSource(nullptr);
-        if (m_zone.empty()) {
-            ::unsetenv("TZ");
-        } else {
-            ::setenv("TZ", m_zone.c_str(), 1);
-        }
-        ::tzset();
-    }
+    void SetUp() override { nkfw::setClockSource(&toldTime); }
+    void TearDown() override { nkfw::setClockSource(nullptr); }
 
   private:
-    std::string m_zone;
+    frameworktest::TimeZone m_zone{"EAST-1"};
 };
 
 struct Row {
@@ -85,6 +73,54 @@ TEST_F(ClockInTheEast, ATimeBeyondEveryCalendarGivesFalseAndLeavesTheReceiver) {
         EXPECT_FALSE(nkfw::readLocalTime(now)) << seconds;
         EXPECT_EQ(now.year, 1);
         EXPECT_EQ(now.second, 6);
+    }
+}
+
+struct FieldsCase {
+    const char* zone;
+    std::time_t seconds;
+    // Second, minute, hour, day, month - 1, year - 1900, weekday, day of the year, summer time.
+    std::tm fields;
+};
+
+TEST(LocalFields, FollowTheTimeZone) {
+    constexpr const char* summerZone = "WINTER-1SUMMER,M3.5.0,M10.5.0/3";
+    const FieldsCase cases[] = {
+        {"UTC0", 0, {0, 0, 0, 1, 0, 70, 4, 0, 0, 0, nullptr}},
+        {"UTC0", -1, {59, 59, 23, 31, 11, 69, 3, 364, 0, 0, nullptr}},
+        {"UTC0", 951782400, {0, 0, 0, 29, 1, 100, 2, 59, 0, 0, nullptr}},
+        {"EAST-1", 0, {0, 0, 1, 1, 0, 70, 4, 0, 0, 0, nullptr}},
+        {"WEST+5:30", 0, {0, 30, 18, 31, 11, 69, 3, 364, 0, 0, nullptr}},
+        {summerZone, 1080435599, {59, 59, 1, 28, 2, 104, 0, 87, 0, 0, nullptr}},
+        {summerZone, 1080435600, {0, 0, 3, 28, 2, 104, 0, 87, 1, 0, nullptr}},
+        {"UTC0", -67768040609740800, {0, 0, 0, 1, 0, std::numeric_limits<int>::min(), 4, 0, 0, 0, nullptr}},
+    };
+    for (const FieldsCase& each : cases) {
+        SCOPED_TRACE(std::string(each.zone) + " " + std::to_string(each.seconds));
+        const frameworktest::TimeZone zone(each.zone);
+        std::tm fields{};
+        ASSERT_TRUE(nkfw::localFields(each.seconds, fields));
+        EXPECT_EQ(fields.tm_sec, each.fields.tm_sec);
+        EXPECT_EQ(fields.tm_min, each.fields.tm_min);
+        EXPECT_EQ(fields.tm_hour, each.fields.tm_hour);
+        EXPECT_EQ(fields.tm_mday, each.fields.tm_mday);
+        EXPECT_EQ(fields.tm_mon, each.fields.tm_mon);
+        EXPECT_EQ(fields.tm_year, each.fields.tm_year);
+        EXPECT_EQ(fields.tm_wday, each.fields.tm_wday);
+        EXPECT_EQ(fields.tm_yday, each.fields.tm_yday);
+        EXPECT_EQ(fields.tm_isdst, each.fields.tm_isdst);
+    }
+}
+
+TEST(LocalFields, OfATimeBeyondEveryCalendarAreNoneAndTheReceiverStays) {
+    for (const std::time_t seconds :
+         {std::numeric_limits<std::time_t>::max(), std::numeric_limits<std::time_t>::min()}) {
+        std::tm fields{};
+        fields.tm_year = 104;
+        fields.tm_sec = 7;
+        EXPECT_FALSE(nkfw::localFields(seconds, fields)) << seconds;
+        EXPECT_EQ(fields.tm_year, 104);
+        EXPECT_EQ(fields.tm_sec, 7);
     }
 }
 

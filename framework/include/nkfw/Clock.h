@@ -26,6 +26,11 @@ using ClockSource = std::time_t (*)() noexcept;
 /// Sets the source for all threads (null: the system clock, the start value) and returns the one before.
 NKDT_API ClockSource setClockSource(ClockSource source) noexcept;
 
+/// The local date and time of a time of the system clock, in the C library's fields, by the time zone of the
+/// process; safe from several threads.
+/// @return false when no calendar holds that time; @p fields stays as it was
+[[nodiscard]] NKDT_API bool localFields(std::time_t seconds, std::tm& fields) noexcept;
+
 /// Reads the clock and turns it into local time; false when either fails.
 [[nodiscard]] NKDT_API bool readLocalTime(LocalTime& now) noexcept;
 

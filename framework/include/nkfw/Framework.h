@@ -5,6 +5,7 @@
 
 #include "nkfw/Archive.h"
 #include "nkfw/BStr.h"
+#include "nkfw/Calendar.h"
 #include "nkfw/Clock.h"
 #include "nkfw/Cp1252.h"
 #include "nkfw/Currency.h"
@@ -13,6 +14,7 @@
 #include "nkfw/Memory.h"
 #include "nkfw/Module.h"
 #include "nkfw/Object.h"
+#include "nkfw/OleDateTime.h"
 #include "nkfw/Recordset.h"
 #include "nkfw/String.h"
 #include "nkfw/Types.h"

@@ -6,6 +6,7 @@
 #include "NkFormatError.h"
 #include "NkFormatReader.h"
 #include "nkfo/NkFormat.h"
+#include "nkfw/Calendar.h"
 #include "nkfw/Clock.h"
 #include "nklang/NkLanguagePublisher.h"
 
@@ -51,12 +52,6 @@ const MonthNames& monthNames() noexcept {
     return module != nullptr && module->GetLanguage() == usNkLangEnglisch ? englishNames : germanNames;
 }
 
-constexpr int daysOfMonth(int year, int month) noexcept {
-    constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool leapYear = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return days[month - 1] + (month == 2 && leapYear ? 1 : 0);
-}
-
 /// "05.03." keeps the point of the year that is left out.
 constexpr bool endsInPoint(const DateSettings& settings) noexcept {
     return settings.year == FormatDatumJahrOhne && settings.separator == '.' &&
@@ -96,7 +91,7 @@ void checkDate(const Origin& origin, const NkFoDateTime& value) {
     if (value.year < firstYear || value.year > lastYear)
         refuseValue(origin, value, "Jahr nicht 1753 bis 9999");
     if (value.month < 1 || value.month > 12) refuseValue(origin, value, "Monat nicht 1 bis 12");
-    if (value.day < 1 || value.day > daysOfMonth(value.year, value.month)) {
+    if (value.day < 1 || value.day > nkfw::daysInMonth(value.year, value.month)) {
         refuseValue(origin, value, "Tag nicht im Monat");
     }
 }
@@ -226,7 +221,7 @@ NkFoDateTime readDate(TextReader& reader, const DateSettings& settings, const Or
     }
     if (endsInPoint(settings)) reader.expect('.');
     if (settings.year == FormatDatumJahrOhne) year = currentTime(origin).year;
-    if (day < 1 || day > daysOfMonth(year, month)) reader.refuseAt(dayStart, "Tag nicht im Monat");
+    if (day < 1 || day > nkfw::daysInMonth(year, month)) reader.refuseAt(dayStart, "Tag nicht im Monat");
     return {static_cast<SHORT>(year), static_cast<SHORT>(month), static_cast<SHORT>(day), 0, 0, 0};
 }
 
