@@ -58,7 +58,7 @@ LPTSTR NkDtDecimal::DecimalToAscii(LPTSTR pszBuffer) const {
 }
 
 void NkDtDecimal::Clear() {
-    if (!Stored().isZero()) SetModified(TRUE);
+    if (ValuePart<NkDtDecimal>::differ(Stored(), Decimal96())) SetModified(TRUE);
     Replace(Decimal96());
     StoredValue::Clear();
 }
