@@ -56,7 +56,7 @@ bool haveSameParts(const Decimal96& a, const Decimal96& b) noexcept {
 
 }  // namespace
 
-bool NkDtDecimal_Imp::differ(const Decimal96& a, const Decimal96& b) {
+bool NkDtDecimal_Imp::differOutside(const Decimal96& a, const Decimal96& b) {
     return canBeComputedWith(a) && canBeComputedWith(b) ? a != b : !haveSameParts(a, b);
 }
 

@@ -42,7 +42,11 @@ class NkDtDecimal_Imp {
 
     /// Whether the numbers differ. One whose negative scale cannot be multiplied out cannot be computed with;
     /// it differs from all but its like.
-    static bool differ(const Decimal96& a, const Decimal96& b);
+    static bool differ(const Decimal96& a, const Decimal96& b) {
+        if (a.scale() >= 0 && b.scale() >= 0) [[likely]]
+            return a != b;
+        return differOutside(a, b);
+    }
 
     /// @name From text
     /// Error 5 "Ungültiger Initialwert" for null. An empty text is 0, except as external text. A number
@@ -106,6 +110,8 @@ class NkDtDecimal_Imp {
     Decimal96 value;
 
   private:
+    /// The same when one has a negative scale.
+    static bool differOutside(const Decimal96& a, const Decimal96& b);
     [[noreturn]] static void raiseOverflow(Decimal96Operation operation);
     static void acceptInexact(Decimal96Operation operation);
     static void replaceHandlers() noexcept;
