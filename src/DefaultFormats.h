@@ -14,5 +14,8 @@ extern const NkFormat truth;
 extern const NkFormat longNumber;
 extern const NkFormat shortNumber;
 extern const NkFormat doubleNumber;
+extern const NkFormat date;
+extern const NkFormat durationHundredths;
+extern const NkFormat durationMinutes;
 
 }  // namespace nkdt::defaultFormat

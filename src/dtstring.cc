@@ -1,16 +1,19 @@
 #include "nkdt/NkDtString.h"
 
 #include "Imp/dtbooli.h"
+#include "Imp/dtdatimi.h"
 #include "Imp/dtdoubli.h"
 #include "Imp/dtstrini.h"
 #include "NarrowText.h"
 #include "ValueRecords.h"
 #include "nkdt/NkDtBool.h"
 #include "nkdt/NkDtChar.h"
+#include "nkdt/NkDtDateZp.h"
 #include "nkdt/NkDtDecimal.h"
 #include "nkdt/NkDtDouble.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"
+#include "nkdt/NkDtTime.h"
 
 using namespace nkdt;
 
@@ -29,6 +32,9 @@ constexpr INT wideAllocLength = 20;  // "-9223372036854775808"
 constexpr INT doubleAllocLength = 316;
 constexpr INT decimalAllocLength = 38;
 constexpr std::size_t decimalTextSize = 33;
+constexpr INT dateTimeAllocLength = 19;  // "05.03.2004 14:07:09"
+constexpr INT dateAllocLength = 10;
+constexpr std::size_t durationTextSize = 12;
 
 using TextRecords = NewRecords<NkDtString_Imp>;
 
@@ -67,6 +73,23 @@ TextRecords newDigitsOf(const NkDtDecimal& value) {
     if (!value.IsDefined()) return newText(state);
     char text[decimalTextSize];
     return newText(state, std::string_view(value.DecimalToAscii(text)), decimalAllocLength);
+}
+
+/// At most as many characters as are allocated.
+TextRecords newTextOf(const NkDtDateTime& value, USHORT form, INT allocLength) {
+    const State& state = ValueAccess::state(value);
+    if (!value.IsDefined()) return newText(state);
+    NkDtDateTime_Imp::Text text;
+    const std::string_view whole =
+        NkDtDateTime_Imp::text(NkDtDateTime_Imp::unchecked(value.GetValue()), form, text);
+    return newText(state, whole.substr(0, static_cast<std::size_t>(allocLength)), allocLength);
+}
+
+TextRecords newTextOf(const NkDtTime& value) {
+    const State& state = ValueAccess::state(value);
+    if (!value.IsDefined()) return newText(state);
+    char text[durationTextSize];
+    return newText(state, std::string_view(value.GetValue(text, sizeof text)));
 }
 
 TextRecords newCharacterOf(const NkDtChar& value) {
@@ -110,6 +133,14 @@ NkDtString::NkDtString(const NkDtDecimal& r) : NkDtString(newDigitsOf(r)) {}
 NkDtString::NkDtString(const NkDtChar& r) : NkDtString(newCharacterOf(r)) {}
 
 NkDtString::NkDtString(const NkDtBool& r) : NkDtString(newWordOf(r)) {}
+
+NkDtString::NkDtString(const NkDtDateTime& r)
+    : NkDtString(newTextOf(r, NkDtDateTime_Imp::dateAndTime, dateTimeAllocLength)) {}
+
+NkDtString::NkDtString(const NkDtDateZp& r)
+    : NkDtString(newTextOf(r, NkDtDateTime_Imp::date, dateAllocLength)) {}
+
+NkDtString::NkDtString(const NkDtTime& r) : NkDtString(newTextOf(r)) {}
 
 NkDtString::NkDtString(const NkDtString& r) : NkDtString(newText(ValueAccess::state(r), r.Text())) {}
 

@@ -5,10 +5,11 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
-#include <stdexcept>
 
+#include "DateKinds.h"
 #include "Error.h"
 #include "ExactTotal.h"
+#include "KindOf.h"
 #include "Text.h"
 #include "nkdec/Decimal96.h"
 #include "nkdt/NkDtBool.h"
@@ -25,31 +26,24 @@ namespace {
 // The kinds
 // ----------------------------------------------------------------------------------------------------------
 
-NkDtString externalText(const NkDtBasis& value) {
-    BOOL defined = FALSE;
-    USHORT version = 0;
-    return value.ConvToExtern(defined, version);
-}
-
-/// What most classes do; a kind states what is its own.
 template <class V, class F>
-struct KindOf {
-    using Value = V;
-    using Field = F;
-
-    static void prepare(Field&, const Value&) {}
-    static void setText(Value& value, const NkDtString& text) { value = Value(text); }
-    static void setSqlText(Value& value, const NkDtString& text) { value = Value(text); }
-    static NkDtString sqlLiteral(const Value& value) { return value.ConvToSQL(); }
-    static void checkExternal(const NkDtString&) {}
-    static void giveFormat(Value&) {}
-    static void takeThroughRecord(Value&, const Value&) { throw std::logic_error("no record"); }
-    static void addTo(ExactTotal&, const Value&) { throw std::logic_error("no total"); }
-    static NkDtString comparedText(const Value& value) { return externalText(value); }
-    static const char* statedLoss(const Value&, Representation) { return nullptr; }
+struct WholeKind : KindOf<V, F> {
+    // The class itself stops reading at a point.
+    static void checkWhole(const NkDtString& text) {
+        const std::string_view characters(text.GetValue());
+        if (characters.find_first_not_of("+-0123456789") != std::string_view::npos)
+            throw DataError("\"" + visible(text.GetValue()) + "\" is no whole number");
+    }
+    static void setSqlText(V& value, const NkDtString& text) {
+        checkWhole(text);
+        value = V(text);
+    }
+    static void checkExternal(const NkDtString& text) {
+        if (text.IsDefined()) checkWhole(text);
+    }
 };
 
-struct LongKind : KindOf<NkDtLong, long> {
+struct LongKind : WholeKind<NkDtLong, long> {
     static constexpr ColumnKind description{"NkDtLong", true, false, false, "INTEGER", "INTEGER", nullptr};
     static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindLong(column, field); }
     static const char* compute(Value& value) {
@@ -58,7 +52,7 @@ struct LongKind : KindOf<NkDtLong, long> {
     }
 };
 
-struct ShortKind : KindOf<NkDtShort, int> {
+struct ShortKind : WholeKind<NkDtShort, int> {
     static constexpr ColumnKind description{"NkDtShort", true, false, false, "SMALLINT", "SMALLINT", nullptr};
     static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindShort(column, field); }
     static const char* compute(Value& value) {
@@ -211,6 +205,17 @@ struct DoubleKind : KindOf<NkDtDouble, double> {
     static constexpr ColumnKind description{"NkDtDouble",       true,   false, false, "DOUBLE PRECISION",
                                             "DOUBLE PRECISION", nullptr};
     static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindDouble(column, field); }
+    static constexpr bool hasStatementText = true;
+    static std::string statementText(const Value& value) {
+        std::array<char, 32> text{};
+        const auto end = std::to_chars(text.data(), text.data() + text.size(), value.GetValue()).ptr;
+        return {text.data(), end};
+    }
+    static void setStatementText(Value& value, const NkDtString& text) {
+        const std::optional<double> number = numberOf(text.GetValue());
+        if (!number) throw DataError("\"" + visible(text.GetValue()) + "\" is no double");
+        value = *number;
+    }
     // The class itself ignores what follows a number, and takes a text without one for 0.
     static void checkNumber(const NkDtString& text) {
         if (text.IsDefined() && !isNumber({text.GetValue(), static_cast<std::size_t>(text.GetLength())}))
@@ -282,76 +287,21 @@ struct DoubleKind : KindOf<NkDtDouble, double> {
     }
 };
 
-// Their cells
-// ----------------------------------------------------------------------------------------------------------
-
-template <class Kind>
-class CellOf final : public Cell {
-  public:
-    static std::unique_ptr<Cell> make() { return std::make_unique<CellOf>(); }
-    CellOf() { Kind::giveFormat(m_value); }
-
-    NkDtBasis& value() noexcept override { return m_value; }
-    const NkDtBasis& value() const noexcept override { return m_value; }
-    const ColumnKind& kind() const noexcept override { return *findKind(Kind::description.className); }
-
-    void bind(CDatabaseRecordset& rs, LPCTSTR column) override { Kind::bind(rs, column, m_field); }
-    void fetch(CRecordset& rs) override { m_value.SetFromRecordSet(rs, m_field); }
-    void store(CRecordset& rs) override {
-        Kind::prepare(m_field, m_value);
-        m_value.ConvToRecordSet(rs, m_field);
-    }
-
-    NkDtString text() const override { return NkDtString(m_value); }
-    void setText(const NkDtString& text) override { Kind::setText(m_value, text); }
-    NkDtString sqlLiteral() const override { return Kind::sqlLiteral(m_value); }
-    void setSqlText(const NkDtString& text) override { Kind::setSqlText(m_value, text); }
-    void setExternal(const NkDtString& text, BOOL fDefined, USHORT version) override {
-        if (fDefined && version == NkDtExternVersion) Kind::checkExternal(text);
-        m_value.SetFromExtern(&text, fDefined, version);
-    }
-    void serialize(CArchive& ar) override { m_value.Serialize(ar); }
-    void takeThroughRecord(const Cell& from) override {
-        Kind::takeThroughRecord(m_value, static_cast<const CellOf&>(from).m_value);
-    }
-
-    bool equals(const Cell& other) const override {
-        const auto& that = static_cast<const CellOf&>(other).m_value;
-        if (m_value.IsDefined() != that.IsDefined()) return false;
-        return !m_value.IsDefined() || m_value == that;
-    }
-    NkDtString comparedText() const override { return Kind::comparedText(m_value); }
-    const char* statedLoss(Representation representation) const override {
-        return Kind::statedLoss(m_value, representation);
-    }
-    const char* compute() override { return Kind::compute(m_value); }
-    void addTo(ExactTotal& total) const override { Kind::addTo(total, m_value); }
-
-  private:
-    typename Kind::Value m_value{NkDtWmNull};
-    typename Kind::Field m_field{};
-};
-
-template <class Kind>
-constexpr ColumnKind entry() {
-    ColumnKind kind = Kind::description;
-    kind.makeCell = &CellOf<Kind>::make;
-    return kind;
-}
-
 const std::array kinds{entry<LongKind>(), entry<ShortKind>(),   entry<StringKind>(), entry<CharKind>(),
-                       entry<BoolKind>(), entry<DecimalKind>(), entry<DoubleKind>()};
-
-// All classes that a column can have, those that are still to come included
-// ----------------------------------------------------------------------------------------------------------
-
-constexpr std::array classNames{"NkDtLong",   "NkDtShort", "NkDtString",   "NkDtChar",   "NkDtDecimal",
-                                "NkDtDouble", "NkDtBool",  "NkDtDateTime", "NkDtDateZp", "NkDtTime"};
+                       entry<BoolKind>(), entry<DecimalKind>(), entry<DoubleKind>(), dateTimeKind(),
+                       dateKind(),        durationKind()};
 
 constexpr std::string_view prefix = "NkDt";
 
-bool isNameOf(std::string_view name, std::string_view className) noexcept {
-    return equalIgnoringCase(name, className) || equalIgnoringCase(name, className.substr(prefix.size()));
+std::string_view shortName(const ColumnKind& kind) noexcept {
+    return kind.shortName != nullptr ? kind.shortName
+                                     : std::string_view(kind.className).substr(prefix.size());
+}
+
+bool isNameOf(std::string_view name, const ColumnKind& kind) noexcept {
+    const std::string_view className = kind.className;
+    return equalIgnoringCase(name, className) || equalIgnoringCase(name, className.substr(prefix.size())) ||
+           equalIgnoringCase(name, shortName(kind));
 }
 
 }  // namespace
@@ -363,27 +313,27 @@ const NkFormat& germanAmount() {
     return format;
 }
 
-const char* classNameFor(CDatabaseColumn::Type type) noexcept {
+const ColumnKind* kindFor(CDatabaseColumn::Type type) noexcept {
     switch (type) {
         case CDatabaseColumn::smallInteger:
-            return "NkDtShort";
+            return findKind("NkDtShort");
         case CDatabaseColumn::integer:
-            return "NkDtLong";
+            return findKind("NkDtLong");
         case CDatabaseColumn::bigInteger:
         case CDatabaseColumn::decimal:
-            return "NkDtDecimal";
+            return findKind("NkDtDecimal");
         case CDatabaseColumn::floating:
-            return "NkDtDouble";
+            return findKind("NkDtDouble");
         case CDatabaseColumn::character:
-            return "NkDtChar";
+            return findKind("NkDtChar");
         case CDatabaseColumn::text:
-            return "NkDtString";
+            return findKind("NkDtString");
         case CDatabaseColumn::boolean:
-            return "NkDtBool";
+            return findKind("NkDtBool");
         case CDatabaseColumn::date:
-            return "NkDtDateZp";
+            return findKind("NkDtDateZp");
         case CDatabaseColumn::timestamp:
-            return "NkDtDateTime";
+            return findKind("NkDtDateTime");
         case CDatabaseColumn::timeOfDay:
         case CDatabaseColumn::binary:
         case CDatabaseColumn::unknown:
@@ -393,23 +343,16 @@ const char* classNameFor(CDatabaseColumn::Type type) noexcept {
 }
 
 const ColumnKind* findKind(std::string_view className) noexcept {
-    const auto found = std::find_if(kinds.begin(), kinds.end(), [&](const ColumnKind& kind) {
-        return isNameOf(className, kind.className);
-    });
+    const auto found = std::find_if(kinds.begin(), kinds.end(),
+                                    [&](const ColumnKind& kind) { return isNameOf(className, kind); });
     return found == kinds.end() ? nullptr : &*found;
-}
-
-const char* findClassName(std::string_view name) noexcept {
-    const auto found = std::find_if(classNames.begin(), classNames.end(),
-                                    [&](std::string_view className) { return isNameOf(name, className); });
-    return found == classNames.end() ? nullptr : *found;
 }
 
 std::string kindNames() {
     std::string names;
     for (const ColumnKind& kind : kinds) {
         if (!names.empty()) names += ", ";
-        names += std::string_view(kind.className).substr(prefix.size());
+        names += shortName(kind);
     }
     return names;
 }

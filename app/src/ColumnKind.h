@@ -4,8 +4,7 @@
 /// How a value class stands for a column: which columns it takes, which field of a recordset it crosses
 /// through, and what its representations are.
 ///
-/// Everything else in the program works on cells, whatever their class. A further class is one more kind in
-/// ColumnKind.cc.
+/// Everything else in the program works on cells, whatever their class.
 
 #include <memory>
 #include <string>
@@ -56,6 +55,9 @@ class Cell {
     virtual NkDtString sqlLiteral() const = 0;
     /// Reads what stands in an SQL literal of a defined value, without its apostrophes.
     virtual void setSqlText(const NkDtString& text) = 0;
+    /// The value as a literal that every database reads as this value, and what stands in it, read back.
+    virtual NkDtString statementLiteral() const = 0;
+    virtual void setStatementText(const NkDtString& text) = 0;
     /// Reads the external text with its definedness and version.
     virtual void setExternal(const NkDtString& text, BOOL fDefined, USHORT version) = 0;
     virtual void serialize(CArchive& ar) = 0;
@@ -68,8 +70,9 @@ class Cell {
     /// A text that two defined values share if, and only if, they are the same to a comparison of tables.
     virtual NkDtString comparedText() const = 0;
     /// Why the representation cannot hold this value, as it states itself; null if it says nothing of the
-    /// kind.
-    virtual const char* statedLoss(Representation representation) const = 0;
+    /// kind, or if more is missing than it says.
+    /// @param back what came back, a cell of the same kind; null if nothing did
+    virtual const char* statedLoss(Representation representation, const Cell* back) const = 0;
     /// Computes something with the value and tells what.
     virtual const char* compute() = 0;
     /// Adds a defined value to an exact total, where the kind has totals.
@@ -85,20 +88,19 @@ struct ColumnKind {
     const char* sqliteType;               ///< the declared type that a new column gets
     const char* otherType;                ///< the same in other databases
     std::unique_ptr<Cell> (*makeCell)();  ///< with the program's format, where the kind has one
+    const char* shortName = nullptr;      ///< where it is not the class's name without "NkDt"
 
     const char* declaredType(CDatabase::Dbms dbms) const noexcept {
         return dbms == CDatabase::sqlite ? sqliteType : otherType;
     }
 };
 
-/// The name of the class for such columns, whether the class is there or not; null if no class takes them.
-const char* classNameFor(CDatabaseColumn::Type type) noexcept;
-/// The kind of that class, its name written with or without "NkDt" in any letter case; null if the class is
-/// not there.
+/// The kind for such columns; null if no class takes them.
+const ColumnKind* kindFor(CDatabaseColumn::Type type) noexcept;
+/// The kind of that class, its name written with or without "NkDt" or short, in any letter case; null if
+/// there is none.
 const ColumnKind* findKind(std::string_view className) noexcept;
-/// The full name of a class that columns can be bound to now or later; null for any other.
-const char* findClassName(std::string_view name) noexcept;
-/// The names of all classes that are there, without "NkDt".
+/// The short names of all kinds.
 std::string kindNames();
 
 }  // namespace nkdt::app

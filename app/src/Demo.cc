@@ -155,7 +155,7 @@ class Journey {
 
     // SQLite reads a bare number with 15 digits, and a text with all of them.
     CString databaseLiteral(const BoundColumn& column) const {
-        CString literal(column.cell->sqlLiteral().GetValue());
+        CString literal(column.cell->statementLiteral().GetValue());
         const bool apart = m_database.GetDbms() == CDatabase::sqlite && column.kind->decimal &&
                            column.cell->value().IsDefined();
         return apart ? "'" + literal + "'" : literal;
@@ -245,6 +245,7 @@ int demo(const DemoOptions& options, Console& console) {
     }
     Selection everything;
     everything.plain = options.plain;
+    everything.as.emplace_back(sampleDurations);
     TableColumns columns = columnsOf(sample.database(), table, everything);
     Journey journey(sample.database(), table, columns);
     journey.travel(sampleRowFilter);

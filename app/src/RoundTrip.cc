@@ -95,15 +95,17 @@ const std::vector<Road>& roadsOf(const ColumnKind& kind) {
 
 Arrival travel(const Road& road, Cell& from, Cell& back) {
     Arrival arrival;
+    const Cell* arrived = nullptr;
     try {
         prepareReceiver(from, back);
         road.travel(from, back);
+        arrived = &back;
         if (back.equals(from)) return arrival;
         arrival = {Arrival::lost, "came back as " + shownValue(back)};
     } catch (...) {
         arrival = {Arrival::lost, takeCaughtText()};
     }
-    const char* const stated = from.statedLoss(road.representation);
+    const char* const stated = from.statedLoss(road.representation, arrived);
     if (stated != nullptr) arrival = {Arrival::notRepresentable, stated};
     return arrival;
 }

@@ -43,7 +43,7 @@ constexpr std::array rows{
         "2004-12-31 23:59:59", "15"},
     Row{"2", "-7", "Müllers \"Größe\" O'Neill", "Straße 5,\nKöln; 50 € pro Stück", "Ü", "0",
         "-12345678901234567.8901234567", "-9007199254740993", "-1.5e-7", "2000-02-29", "2000-02-29 12:30:00",
-        "-90"},
+        "-1800"},
     Row{"3", nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
         nullptr},
     Row{"4", "0", "", "", "ß", "1", "0", "0", "0", "1753-01-01", "1753-01-01 00:00:00", "0"},

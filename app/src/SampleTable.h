@@ -10,6 +10,8 @@
 namespace nkdt::app {
 
 inline constexpr const char* sampleTableName = "Artikel";
+/// The column that holds durations in its whole numbers, and their kind.
+inline constexpr const char* sampleDurations = "Rüstzeit=Time";
 /// A condition that one of the rows meets, whose values are worth looking at.
 inline constexpr const char* sampleRowFilter = "\"Nummer\" = 2";
 

@@ -40,7 +40,7 @@ class SqlWriter final : public TableFileWriter {
         const char* link = "";
         for (const BoundColumn& column : columns) {
             m_statement += link;
-            atPlace(row, column.name, [&] { m_statement += column.cell->sqlLiteral().GetValue(); });
+            atPlace(row, column.name, [&] { m_statement += column.cell->statementLiteral().GetValue(); });
             link = ", ";
         }
         m_statement += ");\n";
@@ -134,7 +134,7 @@ class SqlReader final : public TableFileReader {
         if (literal.form == SqlLiteral::quoted && literal.text.empty() && cell.kind().quotedInSql) {
             cell.setText(NkDtString(""));
         } else {
-            setFromSqlLiteral(cell, literal);
+            setFromStatementLiteral(cell, literal);
         }
     }
 

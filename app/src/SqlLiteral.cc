@@ -36,7 +36,10 @@ SqlLiteral takeSqlLiteral(std::string_view& text) {
     return {SqlLiteral::plain, std::string(word)};
 }
 
-void setFromSqlLiteral(Cell& cell, const SqlLiteral& literal) {
+namespace {
+
+template <class Set>
+void setFromLiteral(Cell& cell, const SqlLiteral& literal, Set&& set) {
     if (literal.form == SqlLiteral::null) {
         cell.value().Clear();
         return;
@@ -46,7 +49,17 @@ void setFromSqlLiteral(Cell& cell, const SqlLiteral& literal) {
         throw DataError("\"" + visible(literal.text) + "\" " + (quoted ? "stands" : "does not stand") +
                         " in apostrophes, which is no SQL literal of " + cell.kind().className);
     }
-    cell.setSqlText(NkDtString(literal.text.c_str()));
+    set(NkDtString(literal.text.c_str()));
+}
+
+}  // namespace
+
+void setFromSqlLiteral(Cell& cell, const SqlLiteral& literal) {
+    setFromLiteral(cell, literal, [&](const NkDtString& text) { cell.setSqlText(text); });
+}
+
+void setFromStatementLiteral(Cell& cell, const SqlLiteral& literal) {
+    setFromLiteral(cell, literal, [&](const NkDtString& text) { cell.setStatementText(text); });
 }
 
 }  // namespace nkdt::app

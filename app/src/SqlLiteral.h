@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// Literals of SQL statements, as the value classes write them.
+/// Literals of SQL statements.
 
 #include <string>
 #include <string_view>
@@ -23,5 +23,7 @@ SqlLiteral takeSqlLiteral(std::string_view& text);
 /// Reads the literal into the cell's value. Throws a DataError if it has not the form of the cell's class, or
 /// what the class throws.
 void setFromSqlLiteral(Cell& cell, const SqlLiteral& literal);
+/// The same for a literal of a statement that a database executes.
+void setFromStatementLiteral(Cell& cell, const SqlLiteral& literal);
 
 }  // namespace nkdt::app

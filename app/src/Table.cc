@@ -60,11 +60,8 @@ std::vector<const CDatabaseColumn*> chosenColumns(const Declared& columns,
 }
 
 const ColumnKind& requireKind(const std::string& type) {
-    const char* const className = findClassName(type);
-    if (className == nullptr) throw UsageError("there is no type \"" + type + "\"; there are " + kindNames());
-    const ColumnKind* const kind = findKind(className);
-    if (kind == nullptr)
-        throw UsageError(std::string(className) + " is not bound yet; there are " + kindNames());
+    const ColumnKind* const kind = findKind(type);
+    if (kind == nullptr) throw UsageError("there is no type \"" + type + "\"; there are " + kindNames());
     return *kind;
 }
 
@@ -81,11 +78,6 @@ Overrides overridesOf(const Declared& columns, const std::vector<std::string>& a
         }
     }
     return overrides;
-}
-
-std::string reasonToLeaveOut(const CDatabaseColumn& column) {
-    const char* const className = classNameFor(column.nType);
-    return className == nullptr ? "not bindable" : std::string(className) + " is not bound yet";
 }
 
 bool isConnectionString(const std::string& target) {
@@ -126,16 +118,14 @@ TableColumns columnsOf(const CDatabase& database, const CString& table, const Se
     TableColumns columns;
     for (const CDatabaseColumn* column : chosenColumns(declared, selection.columns, table)) {
         const std::string name = visible(column->strName);
-        const char* const className = classNameFor(column->nType);
         const auto overridden = overrides.find(column);
-        const ColumnKind* const kind = overridden != overrides.end() ? overridden->second
-                                       : className != nullptr        ? findKind(className)
-                                                                     : nullptr;
+        const ColumnKind* const kind =
+            overridden != overrides.end() ? overridden->second : kindFor(column->nType);
         if (kind != nullptr) {
             columns.bound.push_back({name, column->strName, kind, kind->makeCell()});
             if (selection.plain) columns.bound.back().cell->value().SetFormat(nullptr);
         } else {
-            columns.leftOut.push_back({name, visible(column->strTypeName), reasonToLeaveOut(*column)});
+            columns.leftOut.push_back({name, visible(column->strTypeName), "not bindable"});
         }
     }
     if (columns.bound.empty()) throw DataError("no column of table " + visible(table) + " can be bound");

@@ -27,7 +27,7 @@ const ColumnKind& requireKindOfFile(std::string_view className) {
     const ColumnKind* const kind = findKind(className);
     if (kind == nullptr || kind->className != className) {
         throw DataError("the file has a column of the class \"" + std::string(className) +
-                        "\", which is not bound" + (findClassName(className) != nullptr ? " yet" : ""));
+                        "\", which there is not");
     }
     return *kind;
 }

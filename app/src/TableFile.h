@@ -30,8 +30,9 @@
 /// COMMIT;
 /// -- end 1
 /// @endcode
-/// It is read back strictly: nothing but these statements, and nothing is executed. (SQLite itself reads a
-/// number with 15 digits.)
+/// A date stands there as 'YYYY-MM-DD', a date with a time of day as 'YYYY-MM-DD hh:mm:ss', which no setting
+/// of a database reads in another order. It is read back strictly: nothing but these statements, and nothing
+/// is executed. (SQLite itself reads a number with 15 digits.)
 ///
 /// Archive, version 1: in the library's archive, the text "nkdt archive", the version (16 bits), the table's
 /// name, the number of columns (32 bits), for each its class and its name; then for each row a byte 1 and its

@@ -20,11 +20,14 @@
 
 #include "nkdt/NkDtBool.h"
 #include "nkdt/NkDtChar.h"
+#include "nkdt/NkDtDateTime.h"
+#include "nkdt/NkDtDateZp.h"
 #include "nkdt/NkDtDecimal.h"
 #include "nkdt/NkDtDouble.h"
 #include "nkdt/NkDtLong.h"
 #include "nkdt/NkDtShort.h"
 #include "nkdt/NkDtString.h"
+#include "nkdt/NkDtTime.h"
 
 namespace nkdt {
 
@@ -58,3 +61,26 @@ struct std::hash<NkDtDouble> : nkdt::PlainHash<NkDtDouble> {};
 /// By the nearest double, which does not depend on the places.
 template <>
 struct std::hash<NkDtDecimal> : nkdt::PlainHash<NkDtDecimal> {};
+/// By the hundredths of an hour, which are the same for equal lengths in whatever time mode.
+template <>
+struct std::hash<NkDtTime> {
+    std::size_t operator()(const NkDtTime& t) const {
+        return std::hash<LONG>()(t.IsMissing() ? LONG{0} : t.GetTime(NkDtTime::Hundredths));
+    }
+};
+/// By the six fields that comparing sees.
+template <>
+struct std::hash<NkDtDateTime> {
+    std::size_t operator()(const NkDtDateTime& date) const {
+        std::tm fields{};
+        fields.tm_mday = 1;  // the empty value
+        if (!date.IsMissing()) fields = date.GetValue();
+        std::size_t sum = 0;
+        for (const int field :
+             {fields.tm_year, fields.tm_mon, fields.tm_mday, fields.tm_hour, fields.tm_min, fields.tm_sec})
+            sum = sum * 1000003 + static_cast<std::size_t>(field);
+        return sum;
+    }
+};
+template <>
+struct std::hash<NkDtDateZp> : std::hash<NkDtDateTime> {};

@@ -76,6 +76,12 @@ class NKDT_API NkDtString : public NkDtBasis {
     NkDtString(const NkDtDecimal& r);
     /// The base state of @p r and its character; the empty text for NUL and when undefined.
     NkDtString(const NkDtChar& r);
+    /// The base state of @p r and its text "DD.MM.YYYY hh:mm:ss", cut to 19 characters; empty when undefined.
+    NkDtString(const NkDtDateTime& r);
+    /// The base state of @p r and its text "DD.MM.YYYY", cut to 10 characters; empty when undefined.
+    NkDtString(const NkDtDateZp& r);
+    /// The base state of @p r and its text in its time mode, see NkDtTime::GetValue(); empty when undefined.
+    NkDtString(const NkDtTime& r);
     /// The base state of @p r and its word in the program's language; empty when undefined.
     NkDtString(const NkDtBool& r);
     /// The copy's allocation length is the length of the text.

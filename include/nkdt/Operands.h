@@ -48,6 +48,10 @@ inline constexpr bool isNumberValue =
 template <class T>
 inline constexpr bool isRealValue = isKindOf<T, NkDtDecimal, NkDtDouble>;
 
+/// Value classes of the calendar and the clock; no number is made of one, though their texts begin with one.
+template <class T>
+inline constexpr bool isTimeValue = isKindOf<T, NkDtDateTime, NkDtDateZp, NkDtTime>;
+
 /// Value classes that a text is assigned from and appends through their text form.
 template <class T>
 inline constexpr bool hasTextForm = isNumberValue<T> || isKindOf<T, NkDtBool>;
@@ -65,7 +69,7 @@ inline constexpr bool isNoFactor = (std::is_scalar_v<T> || isPointer<T> ||
 template <class T>
 inline constexpr bool isNoWholeOperand =
     std::is_floating_point_v<T> || std::is_same_v<T, bool> || isCharacter<T> ||
-    isOneOf<T, std::nullptr_t, NkDtWorkingMode> || isKindOf<T, NkDtBool, NkDtChar>;
+    isOneOf<T, std::nullptr_t, NkDtWorkingMode> || isKindOf<T, NkDtBool, NkDtChar> || isTimeValue<T>;
 
 /// The text types.
 template <class T>

@@ -73,13 +73,13 @@ inline constexpr bool isWholeValue = isKindOf<T, NkDtLong, NkDtShort>;
 template <class T>
 inline constexpr bool isNoRealSource =
     std::is_same_v<T, bool> || isCharacter<T> || std::is_enum_v<T> || std::is_same_v<T, long double> ||
-    std::is_same_v<T, std::nullptr_t> || isKindOf<T, NkDtBool, NkDtChar>;
+    std::is_same_v<T, std::nullptr_t> || isKindOf<T, NkDtBool, NkDtChar> || isTimeValue<T>;
 
 /// What never stands beside a number with places.
 template <class T, class Derived>
 inline constexpr bool isNoRealOperand = std::is_same_v<T, bool> || isCharacter<T> || std::is_enum_v<T> ||
                                         std::is_same_v<T, long double> || std::is_same_v<T, std::nullptr_t> ||
-                                        isKindOf<T, NkDtBool, NkDtChar> ||
+                                        isKindOf<T, NkDtBool, NkDtChar> || isTimeValue<T> ||
                                         (isKindOf<T, NkDtDecimal, NkDtDouble> && !isKindOf<T, Derived>);
 
 template <class Derived>

@@ -52,7 +52,7 @@ class NKDT_API WholeNumber : public StoredValue<Derived> {
     Derived& operator=(W n) {
         return *this = Operand(n);
     }
-    template <class T, If<isNumberValue<T> && !isRealValue<T> && !isKindOf<T, Derived>> = 0>
+    template <class T, If<isKindOf<T, NkDtLong, NkDtShort> && !isKindOf<T, Derived>> = 0>
     Derived& operator=(const T& r) {
         return Self() = Derived(r);
     }
@@ -74,11 +74,11 @@ class NKDT_API WholeNumber : public StoredValue<Derived> {
     Derived& operator-=(W n) {
         return *this -= Operand(n);
     }
-    template <class T, If<isNumberValue<T> && !isRealValue<T> && !isKindOf<T, Derived>> = 0>
+    template <class T, If<isKindOf<T, NkDtLong, NkDtShort> && !isKindOf<T, Derived>> = 0>
     Derived& operator+=(const T& r) {
         return *this += Derived(r);
     }
-    template <class T, If<isNumberValue<T> && !isRealValue<T> && !isKindOf<T, Derived>> = 0>
+    template <class T, If<isKindOf<T, NkDtLong, NkDtShort> && !isKindOf<T, Derived>> = 0>
     Derived& operator-=(const T& r) {
         return *this -= Derived(r);
     }

@@ -28,7 +28,16 @@ TEST_F(Demo, TakesARowDownTheRoadAndBack) {
     EXPECT_THAT(outcome.out, HasSubstr("-12.345.678.901.234.567,8901234567"));
     EXPECT_THAT(outcome.out, HasSubstr("14 bytes (not representable: a record has 64 bits for the digits)"));
     EXPECT_THAT(outcome.out, HasSubstr("0,00 (not representable: the default format shows two places)"));
-    EXPECT_THAT(outcome.out, HasSubstr("Aufnahme (DATE): NkDtDateZp is not bound yet"));
+    EXPECT_THAT(outcome.out, HasSubstr("+ 1 month = 29.03.2000"));
+    EXPECT_THAT(outcome.out, HasSubstr("'29.03.2000 00:00'"));
+    EXPECT_THAT(outcome.out, HasSubstr("defined, 100, \"D29032000\""));
+    EXPECT_THAT(outcome.out, HasSubstr("29.02.2000 12:30:00"));
+    EXPECT_THAT(outcome.out, HasSubstr("+ 13 hours = 01.03.2000 01:30:00"));
+    EXPECT_THAT(outcome.out, HasSubstr("defined, 100, \"C01032000013000\""));
+    EXPECT_THAT(outcome.out, HasSubstr("NkDtTime -01:30"));
+    EXPECT_THAT(outcome.out, HasSubstr("+ 0:45 = -00:45"));
+    EXPECT_THAT(outcome.out, HasSubstr("\"T004500\" (not representable: it has no sign below one hour)"));
+    EXPECT_THAT(outcome.out, HasSubstr("'2000-03-29', '2000-03-01 01:30:00', -900)"));
     EXPECT_THAT(outcome.out, HasSubstr("Bild (BLOB): not bindable"));
 }
 
@@ -39,6 +48,7 @@ TEST_F(Demo, LeavesADatabaseThatTheOtherCommandsTake) {
     EXPECT_EQ(valueOf(database, "SELECT Preis FROM Artikel WHERE Nummer = 2"),
               "-12345678901234567.8901234567");
     EXPECT_EQ(call({"check", database, "Artikel"}).status, 0);
+    EXPECT_EQ(call({"check", database, "Artikel", "--as", "Rüstzeit=Time"}).status, 0);
     EXPECT_EQ(call({"show", database, "Artikel"}).status, 0);
     EXPECT_EQ(filesIn(folder.file("")), std::vector<std::string>{"demo.db"});
 }

@@ -206,8 +206,10 @@ TEST(ExternFiles, WithABadHeadAreRefused) {
         EXPECT_EQ(importContent("extern", head + std::string("end 0\n")).status, 1) << head;
     }
     EXPECT_THAT(importContent("extern", "nkdt extern 7\n").err, HasSubstr("version 7"));
+    EXPECT_THAT(importContent("extern", "nkdt extern 1\ntable Waren\ncolumn NkDtFloat Nummer\nrows\n").err,
+                HasSubstr("a column of the class \"NkDtFloat\", which there is not"));
     EXPECT_THAT(importContent("extern", "nkdt extern 1\ntable Waren\ncolumn NkDtTime Nummer\nrows\n").err,
-                HasSubstr("not bound yet"));
+                HasSubstr("column Nummer is NkDtTime in the file, but NkDtLong in the table"));
 }
 
 TEST(ExternFiles, WithAWrongNumberOfRowsAreRefused) {

@@ -20,8 +20,10 @@ namespace expressions {
 
 /// The rows of each class.
 void characterValues();
+void dates();
 void doubles();
 void decimals();
+void durations();
 void text();
 void truthValues();
 void wholeNumbers();

@@ -27,8 +27,10 @@ void count(bool holds, std::string_view what, Here here) {
 int main() {
     try {
         expressions::characterValues();
+        expressions::dates();
         expressions::doubles();
         expressions::decimals();
+        expressions::durations();
         expressions::text();
         expressions::truthValues();
         expressions::wholeNumbers();

@@ -7,12 +7,15 @@
 #include <nkdt/NkDtBasis.h>
 #include <nkdt/NkDtBool.h>
 #include <nkdt/NkDtChar.h>
+#include <nkdt/NkDtDateTime.h>
+#include <nkdt/NkDtDateZp.h>
 #include <nkdt/NkDtDecimal.h>
 #include <nkdt/NkDtDouble.h>
 #include <nkdt/NkDtExcep.h>
 #include <nkdt/NkDtLong.h>
 #include <nkdt/NkDtShort.h>
 #include <nkdt/NkDtString.h>
+#include <nkdt/NkDtTime.h>
 #include <nkeh/NkEhBasis.h>
 #include <nkfw/Archive.h>
 #include <nkfw/Exception.h>
@@ -29,6 +32,12 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+
+/// All but the fraction, which no value holds.
+inline bool operator==(const TIMESTAMP_STRUCT& a, const TIMESTAMP_STRUCT& b) {
+    return a.year == b.year && a.month == b.month && a.day == b.day && a.hour == b.hour &&
+           a.minute == b.minute && a.second == b.second;
+}
 
 namespace valuetest {
 
@@ -179,6 +188,12 @@ std::string textOf(const Value& value) {
     } else if constexpr (std::is_base_of_v<NkDtDecimal, Value>) {
         char text[33];
         return value.DecimalToAscii(text);
+    } else if constexpr (std::is_base_of_v<NkDtDateTime, Value>) {
+        return static_cast<LPCTSTR>(value.MakeFormatString(1101));
+    } else if constexpr (std::is_base_of_v<NkDtTime, Value>) {
+        NkDtTime ticks(value);
+        ticks.SetWorkingMode(NkDtWmDefined);  // SQL tells the ticks, but of a defined value alone
+        return static_cast<LPCTSTR>(ticks.ConvToSQL());
     } else {
         BOOL defined = FALSE;
         USHORT version = 0;
@@ -202,6 +217,12 @@ inline std::string describe(const NkDtDouble& value) {
     return textOf(value) + " " + stateOf(value);
 }
 inline std::string describe(const NkDtDecimal& value) {
+    return textOf(value) + " " + stateOf(value);
+}
+inline std::string describe(const NkDtTime& value) {
+    return textOf(value) + " " + stateOf(value);
+}
+inline std::string describe(const NkDtDateTime& value) {
     return textOf(value) + " " + stateOf(value);
 }
 inline std::string describe(const NkDtBool& value) {
@@ -384,6 +405,64 @@ struct Sample<NkDtDecimal> {
     static constexpr const char* oneSql = "1234.50";
 };
 
+template <>
+struct Sample<NkDtTime> {
+    static constexpr const char* name = "NkDtTime";
+    static constexpr NkDtTyps typ = NkDtTypTime;
+    static constexpr const char* module = ".\\dttime.cc";
+    static constexpr const char* emptyText = "0";
+    using Field = LONG;
+    static NkDtTime empty() { return NkDtTime(0, 0); }
+    static NkDtTime one() { return NkDtTime(25, 30); }
+    static NkDtTime other() { return NkDtTime(-105, -30); }
+    static constexpr const char* oneText = "30600";  // ticks
+    static constexpr const char* otherText = "-126600";
+    static Field oneField() { return 30600; }
+    static Field otherField() { return -126600; }
+    static void setFromSql(NkDtTime& value, bool one) { value.SetFromSQL(one ? 30600 : -126600); }
+    static constexpr const char* oneSql = "30600";
+};
+
+template <>
+struct Sample<NkDtDateTime> {
+    static constexpr const char* name = "NkDtDateTime";
+    static constexpr NkDtTyps typ = NkDtTypDateTime;
+    static constexpr const char* module = ".\\Dtdatime.cc";
+    static constexpr const char* emptyText = "01.01.1900 00:00:00";
+    using Field = TIMESTAMP_STRUCT;
+    static NkDtDateTime empty() { return NkDtDateTime(1, 1, 1900); }
+    static NkDtDateTime one() { return NkDtDateTime(5, 3, 2004, 14, 7, 0); }
+    static NkDtDateTime other() { return NkDtDateTime(29, 2, 2000, 0, 30, 0); }
+    static constexpr const char* oneText = "05.03.2004 14:07:00";
+    static constexpr const char* otherText = "29.02.2000 00:30:00";
+    static Field oneField() { return {2004, 3, 5, 14, 7, 0, 0}; }
+    static Field otherField() { return {2000, 2, 29, 0, 30, 0, 0}; }
+    static void setFromSql(NkDtDateTime& value, bool one) {
+        value.SetFromSQL(one ? "M\xE4r  5 2004 02:07PM" : "Feb 29 2000 12:30AM");
+    }
+    static constexpr const char* oneSql = "'05.03.2004 14:07'";
+};
+
+template <>
+struct Sample<NkDtDateZp> {
+    static constexpr const char* name = "NkDtDateZp";
+    static constexpr NkDtTyps typ = NkDtTypDateZp;
+    static constexpr const char* module = ".\\Dtdatzp.cc";
+    static constexpr const char* emptyText = "01.01.1900 00:00:00";
+    using Field = TIMESTAMP_STRUCT;
+    static NkDtDateZp empty() { return NkDtDateZp(1, 1, 1900); }
+    static NkDtDateZp one() { return NkDtDateZp(5, 3, 2004); }
+    static NkDtDateZp other() { return NkDtDateZp(29, 2, 2000); }
+    static constexpr const char* oneText = "05.03.2004 00:00:00";
+    static constexpr const char* otherText = "29.02.2000 00:00:00";
+    static Field oneField() { return {2004, 3, 5, 0, 0, 0, 0}; }
+    static Field otherField() { return {2000, 2, 29, 0, 0, 0, 0}; }
+    static void setFromSql(NkDtDateZp& value, bool one) {
+        value.SetFromSQL(one ? "M\xE4r  5 2004 12:00AM" : "Feb 29 2000 12:00AM");
+    }
+    static constexpr const char* oneSql = "'05.03.2004 00:00'";
+};
+
 /// How the samples are shown without a format, and their external texts; of most classes it is all one text,
 /// and one module has all operations.
 template <class Value>
@@ -414,6 +493,33 @@ struct Forms<NkDtDouble> {
     static constexpr const char* undefinedExtern = "";
 };
 template <>
+struct Forms<NkDtTime> {
+    static constexpr const char* module = Sample<NkDtTime>::module;
+    static constexpr const char* oneShown = "25:30";
+    static constexpr const char* otherShown = "-105:30";
+    static constexpr const char* oneExtern = "C01000000013000";
+    static constexpr const char* otherExtern = "C-04000000093000";
+    static constexpr const char* undefinedExtern = "";
+};
+template <>
+struct Forms<NkDtDateTime> {
+    static constexpr const char* module = ".\\Dtdatimo.cc";
+    static constexpr const char* oneShown = "05.03.2004 14:07:00";
+    static constexpr const char* otherShown = "29.02.2000 00:30:00";
+    static constexpr const char* oneExtern = "C05032004140700";
+    static constexpr const char* otherExtern = "C29022000003000";
+    static constexpr const char* undefinedExtern = "";
+};
+template <>
+struct Forms<NkDtDateZp> {
+    static constexpr const char* module = ".\\Dtdatimo.cc";
+    static constexpr const char* oneShown = "05.03.2004";
+    static constexpr const char* otherShown = "29.02.2000";
+    static constexpr const char* oneExtern = "D05032004";
+    static constexpr const char* otherExtern = "D29022000";
+    static constexpr const char* undefinedExtern = "";
+};
+template <>
 struct Forms<NkDtBool> {
     static constexpr const char* module = Sample<NkDtBool>::module;
     static constexpr const char* oneShown = "Ja";
@@ -422,6 +528,27 @@ struct Forms<NkDtBool> {
     static constexpr const char* otherExtern = "N";
     static constexpr const char* undefinedExtern = "";
 };
+
+/// The classes whose constructors, `Clear` and conversions show error 1 whatever failed inside.
+template <class Value>
+inline constexpr bool replacesErrors =
+    std::is_base_of_v<NkDtTime, Value> || std::is_base_of_v<NkDtDateTime, Value>;
+
+/// The error that the class raises when it refuses something from outside; its number and text, or those of
+/// its cause, are the ones given.
+template <class Value, class Operation>
+ErrorPtr expectRefused(ULONG number, const std::string& text, Operation&& operation) {
+    ErrorPtr error;
+    if constexpr (replacesErrors<Value>) {
+        error = expectReplaced(number, std::forward<Operation>(operation));
+        EXPECT_EQ(error->GetCauseText(), text);
+    } else {
+        error = expectError(number, std::forward<Operation>(operation));
+        EXPECT_EQ(error->GetErrorText(), text);
+        EXPECT_TRUE(error->IsLogged());
+    }
+    return error;
+}
 
 /// An application's own class derived from a value class, with what that keeps protected.
 template <class Value>
@@ -439,13 +566,23 @@ class Derived : public Value {
     int calls = 0;
 };
 
+/// The empty value of a mode, unmodified; in mode 2 defined, where a date would be built with the clock's
+/// time.
+template <class Value>
+Value emptyIn(NkDtWorkingMode mode) {
+    Value value(mode);
+    value.Clear();
+    value.SetModified(FALSE);
+    return value;
+}
+
 /// A value in each of the states that a program can bring it into.
 template <class Value>
 std::vector<Value> states() {
     std::vector<Value> values;
     for (const NkDtWorkingMode mode : kStoredModes) {
         for (const BOOL modified : {FALSE, TRUE}) {
-            Value undefined(mode);
+            Value undefined = emptyIn<Value>(mode);
             undefined.SetModified(modified);
             values.push_back(undefined);
             Value defined(mode);
@@ -457,8 +594,8 @@ std::vector<Value> states() {
     return values;
 }
 
-using ValueClasses =
-    ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtString, NkDtChar, NkDtBool>;
+using ValueClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtTime, NkDtDateTime,
+                                      NkDtDateZp, NkDtString, NkDtChar, NkDtBool>;
 
 struct ClassNames {
     template <class Value>

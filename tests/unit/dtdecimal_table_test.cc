@@ -1,23 +1,14 @@
 // Holds NkDtDecimal against the table decimal_values.tsv, which tests/models/decimal_values.py generates from
 // the rules; the model explains the columns.
-//
-// A row is carried out as it stands: build the operands in their states, apply the operation, write error,
-// result and final state the way the table writes them, compare.
 
-#include <bit>
-#include <charconv>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -27,84 +18,29 @@
 #include <nkdt/NkDtLong.h>
 #include <nkdt/NkDtShort.h>
 #include <nkdt/NkDtString.h>
-#include <nkeh/NkEhBasis.h>
 #include <nkfo/NkFormat.h>
 #include <nkfw/Currency.h>
-#include <nkfw/Exception.h>
 #include <nkfw/Recordset.h>
 
-#include "ValueTesting.h"
+#include "ValueTable.h"
 #include "support/Instruments.h"
 
 namespace {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using namespace nktest;
+using nktest::hexOf;
+using valuetest::textOperand;
+using Row = valuetest::TableRow;
 
 constexpr std::size_t kMinimumRows = 60'000;
-constexpr std::size_t kReportedMismatches = 20;
 constexpr std::size_t kRowsToOneUnderValgrind = 41;  // prime, since operations take turns
 
 // --- The table's notation ---------------------------------------------------------------------
 
-// Cuts the part before the next separator off the rest; all of it when there is none.
-std::string_view take(std::string_view& rest, char separator) {
-    const std::size_t end = rest.find(separator);
-    const std::string_view part = rest.substr(0, end);
-    rest = end == std::string_view::npos ? ""sv : rest.substr(end + 1);
-    return part;
-}
-
-template <class Integer = INT>
-Integer number(std::string_view cell, int base = 10) {
-    Integer value = 0;
-    const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), value, base);
-    if (error != std::errc() || end != cell.data() + cell.size()) {
-        throw std::invalid_argument("not a number in the table: " + std::string(cell));
-    }
-    return value;
-}
-
-std::string quoted(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
-}
-
-std::string unquoted(std::string_view cell) {
-    return std::string(cell.substr(1, cell.size() - 2));
-}
-
-std::string hexOf(const BYTE* bytes, std::size_t count) {
-    constexpr auto digits = "0123456789abcdef"sv;
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) {
-        text += digits[bytes[i] >> 4];
-        text += digits[bytes[i] & 15];
-    }
-    return text;
-}
-
-valuetest::Bytes bytesOf(std::string_view hex) {
-    valuetest::Bytes bytes;
-    for (std::size_t i = 0; hex != "empty" && i + 1 < hex.size(); i += 2) {
-        bytes.push_back(number<BYTE>(hex.substr(i, 2), 16));
-    }
-    return bytes;
-}
-
-double doubleOf(std::string_view hex) {
-    return std::bit_cast<double>(number<ULONGLONG>(hex, 16));
-}
-
-std::string hexOf(double value) {
-    const auto bits = std::bit_cast<ULONGLONG>(value);
-    BYTE bytes[8];
-    for (std::size_t i = 0; i < 8; ++i)
-        bytes[i] = static_cast<BYTE>(bits >> (56 - 8 * i));
-    return hexOf(bytes, 8);
-}
-
 DEC recordOf(std::string_view hex) {
-    const valuetest::Bytes bytes = bytesOf(hex);
+    const valuetest::Bytes bytes = nktest::bytesOf(hex);
     DEC record;
     std::memcpy(&record, bytes.data(), sizeof record);
     return record;
@@ -131,24 +67,6 @@ std::string textOf(const COleCurrency& currency) {
     return std::to_string(currency.m_cur.int64) +
            (currency.GetStatus() == COleCurrency::valid ? ":valid" : ":none");
 }
-
-// operation, default, left and right; then error, cause, result and final state, still in one piece
-struct Row {
-    explicit Row(std::string_view text) : line(text) {
-        operation = take(text, '\t');
-        defaultMode = static_cast<NkDtWorkingMode>(number(take(text, '\t')));
-        left = take(text, '\t');
-        right = take(text, '\t');
-        outcome = text;
-    }
-
-    std::string_view line;
-    std::string_view operation;
-    NkDtWorkingMode defaultMode;
-    std::string_view left;
-    std::string_view right;
-    std::string_view outcome;
-};
 
 // --- Operands ---------------------------------------------------------------------------------
 
@@ -217,16 +135,6 @@ std::string stateOf(const NkDtDecimal& x) {
            ":" + std::to_string(x.IsModified());
 }
 
-// "mode modified undefined" or "mode modified "text""
-NkDtString textOperand(std::string_view cell) {
-    const auto mode = static_cast<NkDtWorkingMode>(number(take(cell, ' ')));
-    const BOOL modified = number(take(cell, ' '));
-    NkDtString text(mode);
-    if (cell != "undefined") text = unquoted(cell).c_str();
-    text.SetModified(modified);
-    return text;
-}
-
 // mode:defined:stored:modified of another number class
 template <class Value, class Stored>
 Value numberOperand(std::string_view cell, Stored (*read)(std::string_view)) {
@@ -277,9 +185,8 @@ class Case {
     void yieldsTruth(bool result) { m_result = result ? "1" : "0"; }
     void yieldsText(std::string result) { m_result = std::move(result); }
 
-    void fails(std::string error, ULONG cause = 0) {
-        m_error = std::move(error);
-        m_cause = cause;
+    void carryOut(void (*operation)(Case&)) {
+        m_error = valuetest::raisedBy([&] { operation(*this); });
     }
 
     // What is wrong before the operation starts; empty if the operands are as the row has them.
@@ -292,16 +199,14 @@ class Case {
     bool rightIsUnchanged() const { return !m_y || stateOf(*m_y) == m_row.right; }
 
     std::string outcome() const {
-        return m_error + "\t" + std::to_string(m_cause) + "\t" + m_result + "\t" +
-               (m_x ? stateOf(*m_x) : "-"s);
+        return m_error.numbers() + "\t" + m_result + "\t" + (m_x ? stateOf(*m_x) : "-"s);
     }
 
   private:
     const Row& m_row;
     std::optional<NkDtDecimal> m_x;
     std::optional<NkDtDecimal> m_y;
-    std::string m_error = "0";
-    ULONG m_cause = 0;
+    valuetest::RaisedError m_error;
     std::string m_result = "-";
 };
 
@@ -366,9 +271,8 @@ void addConstruction(Operations& operations) {
     operations["T(n)"] = [](Case& c) { c.yields(NkDtDecimal(c.n())); };
     operations["T(d)"] = [](Case& c) { c.yields(NkDtDecimal(c.d())); };
     operations["T(text)"] = [](Case& c) {
-        const std::string text = c.right() == "null" ? "" : unquoted(c.right());
-        const LPCTSTR given = c.right() == "null" ? nullptr : text.c_str();
-        c.yields(NkDtDecimal(given));
+        const valuetest::TextArgument text(c.right());
+        c.yields(NkDtDecimal(static_cast<LPCTSTR>(text)));
     };
     operations["T(string)"] = [](Case& c) { c.yields(NkDtDecimal(textOperand(c.right()))); };
     operations["T(long)"] = [](Case& c) { c.yields(NkDtDecimal(numberOperand<NkDtLong>(c.right(), intOf))); };
@@ -409,15 +313,6 @@ void addStateAndRounding(Operations& operations) {
     };
 }
 
-// "null" or a quoted text
-void setFromSql(Case& c) {
-    if (c.right() == "null") {
-        c.x().SetFromSQL(nullptr);
-    } else {
-        c.x().SetFromSQL(unquoted(c.right()).c_str());
-    }
-}
-
 void setFromRecordSet(Case& c) {
     CRecordset rs;
     const bool isNull = c.right() == "null";
@@ -435,7 +330,7 @@ void convToRecordSet(Case& c) {
     rs.SetFieldNull(&field, c.x().IsDefined());  // the opposite of what is to come
     c.x().ConvToRecordSet(rs, field);
     const bool isNull = rs.IsFieldNull(&field) != FALSE;
-    c.yieldsText(!isNull                              ? quoted(field.GetString())
+    c.yieldsText(!isNull                              ? inQuotes(field.GetString())
                  : field.GetString() == "untouched"sv ? "null"s
                                                       : "null, but written"s);
 }
@@ -448,7 +343,7 @@ const NkFormat* chosenFormat(Case& c, std::string_view name) {
 }
 
 void convToOfl(Case& c, std::string_view name) {
-    c.yieldsText(quoted(c.x().ConvToOFL(chosenFormat(c, name)).GetString()));
+    c.yieldsText(inQuotes(c.x().ConvToOFL(chosenFormat(c, name)).GetString()));
 }
 
 // A format's name and a quoted text
@@ -456,25 +351,6 @@ void setFromOfl(Case& c) {
     std::string_view text = c.right();
     const NkFormat* const format = chosenFormat(c, take(text, ' '));
     c.x().SetFromOFL(unquoted(text).c_str(), format);
-}
-
-// "version flag null", "version flag undefined" or "version flag "text""
-void setFromExtern(Case& c) {
-    std::string_view rest = c.right();
-    const auto version = number<USHORT>(take(rest, ' '));
-    const BOOL flag = number(take(rest, ' '));
-    if (rest == "null") return c.x().SetFromExtern(nullptr, flag, version);
-    NkDtString text(NkDtWmMissing);
-    if (rest != "undefined") text = unquoted(rest).c_str();
-    c.x().SetFromExtern(&text, flag, version);
-}
-
-void convToExtern(Case& c) {
-    BOOL defined = -1;
-    USHORT version = 0;
-    const NkDtString text = c.x().ConvToExtern(defined, version);
-    c.yieldsText(std::to_string(defined) + " " + std::to_string(version) + " " +
-                 (text.IsDefined() ? quoted(text.GetValue()) : "undefined"));
 }
 
 // A flag and a record
@@ -499,10 +375,10 @@ void addConversions(Operations& operations) {
     };
     operations["DecimalToAscii"] = [](Case& c) {
         char buffer[Decimal96::textSize];
-        c.yieldsText(quoted(c.x().DecimalToAscii(buffer)));
+        c.yieldsText(inQuotes(c.x().DecimalToAscii(buffer)));
     };
-    operations["SetFromSQL"] = setFromSql;
-    operations["ConvToSQL"] = [](Case& c) { c.yieldsText(quoted(c.x().ConvToSQL().GetValue())); };
+    operations["SetFromSQL"] = [](Case& c) { c.x().SetFromSQL(valuetest::TextArgument(c.right())); };
+    operations["ConvToSQL"] = [](Case& c) { c.yieldsText(inQuotes(c.x().ConvToSQL().GetValue())); };
     operations["SetFromRecordSet"] = setFromRecordSet;
     operations["ConvToRecordSet"] = convToRecordSet;
     operations["SetFromOFL"] = setFromOfl;
@@ -510,16 +386,13 @@ void addConversions(Operations& operations) {
     operations["ConvToOFL"] = [](Case& c) { convToOfl(c, "plain"); };
     operations["ConvToOFL(german)"] = [](Case& c) { convToOfl(c, "german"); };
     operations["ConvToOFL(amount)"] = [](Case& c) { convToOfl(c, "amount"); };
-    operations["SetFromExtern"] = setFromExtern;
-    operations["ConvToExtern"] = convToExtern;
+    operations["SetFromExtern"] = [](Case& c) { valuetest::setFromExtern(c.x(), c.right()); };
+    operations["ConvToExtern"] = [](Case& c) { c.yieldsText(valuetest::convToExtern(c.x())); };
     operations["SetFromBTR"] = setFromBtr;
     operations["ConvToBTR"] = convToBtr;
     operations["CompareDec"] = [](Case& c) { c.yieldsNumber(c.x().CompareDec(recordOf(c.right()))); };
-    operations["Store"] = [](Case& c) {
-        const valuetest::Bytes bytes = valuetest::stored(c.x());
-        c.yieldsText(hexOf(bytes.data(), bytes.size()));
-    };
-    operations["Load"] = [](Case& c) { valuetest::load(c.x(), bytesOf(c.right())); };
+    operations["Store"] = [](Case& c) { c.yieldsText(valuetest::storedHex(c.x())); };
+    operations["Load"] = [](Case& c) { valuetest::load(c.x(), nktest::bytesOf(c.right())); };
 }
 
 Operations allOperations() {
@@ -540,61 +413,31 @@ std::string deviation(const Row& row, void (*operation)(Case&)) {
     const valuetest::DefaultMode defaultMode(row.defaultMode);
     Case c(row);
     if (std::string wrong = c.wrongOperand(); !wrong.empty()) return wrong;
-    try {
-        operation(c);
-    } catch (NkEhBasis* caught) {
-        const std::unique_ptr<NkEhBasis> error(caught);
-        c.fails(std::to_string(error->GetErrorNumber()), error->GetCauseNumber());
-    } catch (CArchiveException* caught) {
-        caught->Delete();
-        c.fails("archive");
-    }
+    c.carryOut(operation);
     if (c.outcome() != row.outcome) return c.outcome();
     return c.rightIsUnchanged() ? ""s : "the right operand changed"s;
 }
 
-std::string tableText() {
-    const char* const folder = std::getenv("NKDT_TABLES");
-    std::ifstream file(std::string(folder ? folder : NKDT_TABLES) + "/decimal_values.tsv", std::ios::binary);
-    std::string text;
-    // In large pieces: bytes one by one are what takes longest under valgrind.
-    std::vector<char> piece(1 << 16);
-    while (file) {
-        file.read(piece.data(), static_cast<std::streamsize>(piece.size()));
-        text.append(piece.data(), static_cast<std::size_t>(file.gcount()));
-    }
-    return text;
-}
-
 TEST(DecimalValueTable, DecimalFollowsEveryRowInEveryStateAndMode) {
-    const std::string table = tableText();
+    const std::string table = readTable("decimal_values.tsv");
     std::string_view rest = table;
     ASSERT_EQ(take(rest, '\n'), "operation\tdefault\tleft\tright\terror\tcause\tresult\tafter");
 
     const Operations operations = allOperations();
     const std::size_t step = nktest::isUnderValgrind() ? kRowsToOneUnderValgrind : 1;
-    std::map<std::string_view, std::size_t> rowsOf;
-    std::size_t rows = 0;
-    std::size_t mismatches = 0;
-    std::string report;
+    Findings findings;
     while (!rest.empty()) {
         const std::string_view line = take(rest, '\n');
-        ++rowsOf[line.substr(0, line.find('\t'))];
-        if (++rows % step != 0) continue;
-        const Row row(line);
+        findings.count(line.substr(0, line.find('\t')));
+        if (findings.rows() % step != 0) continue;
+        const Row row(line, "Decimal");
         const auto operation = operations.find(row.operation);
-        const std::string actual =
-            operation == operations.end() ? "unknown operation" : deviation(row, operation->second);
-        if (!actual.empty() && ++mismatches <= kReportedMismatches) {
-            report += "\n  " + std::string(row.line) + "\n    got: " + actual;
-        }
+        findings.note(
+            line, operation == operations.end() ? "unknown operation" : deviation(row, operation->second));
     }
-
-    EXPECT_EQ(mismatches, 0U) << "of " << rows << " rows; the first ones:" << report;
-    EXPECT_GE(rows, kMinimumRows);
-    for (const auto& entry : operations) {
-        EXPECT_GT(rowsOf[entry.first], 0U) << "no row tries " << entry.first;
-    }
+    findings.expectNone();
+    EXPECT_GE(findings.rows(), kMinimumRows);
+    findings.expectAllTried(operations);
 }
 
 }  // namespace

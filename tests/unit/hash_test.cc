@@ -3,6 +3,7 @@
 #include <nkdt/Hash.h>
 #include <nkdt/TextView.h>
 
+#include <ctime>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -45,7 +46,7 @@ TYPED_TEST(AnyHash, IsTheSameForEqualValuesWhateverTheirState) {
 TYPED_TEST(AnyHash, OfAMissingValueRaisesNothing) {
     const TypeParam missing(NkDtWmMissing);
     EXPECT_EQ(errorOf([&] { (void)hashOf(missing); }), nullptr);
-    EXPECT_EQ(hashOf(missing), hashOf(TypeParam(NkDtWmMissing)));
+    EXPECT_EQ(hashOf(missing), hashOf(Sample<TypeParam>::empty()));
 }
 
 TYPED_TEST(AnyHash, MakesKeys) {
@@ -87,6 +88,23 @@ TEST(TextHash, SeesTheTextUpToItsFirstNulAsComparingDoes) {
     const NkDtString null = undefinedWithText(NkDtWmNull, "abc");
     ASSERT_TRUE(null == "abc");
     EXPECT_EQ(hashOf(null), hashOf(NkDtString("abc")));
+}
+
+TEST(DateHash, SeesTheSixFieldsThatComparingSees) {
+    const NkDtDateTime date(5, 3, 2004, 14, 7, 9);
+    const NkDtDateTime others[] = {{5, 3, 2004, 14, 7, 8}, {5, 3, 2004, 14, 8, 9}, {5, 3, 2004, 13, 7, 9},
+                                   {6, 3, 2004, 14, 7, 9}, {5, 4, 2004, 14, 7, 9}, {5, 3, 2005, 14, 7, 9}};
+    for (const NkDtDateTime& other : others)
+        EXPECT_NE(hashOf(date), hashOf(other)) << describe(other);
+    const std::time_t now = 1078488429;
+    const NkDtDateTime ofClock(now);  // with its day of the week
+    const NkDtDateTime ofFields(ofClock.GetDay365(), ofClock.GetMonth(), ofClock.GetYear(), ofClock.GetHour(),
+                                ofClock.GetMin(), ofClock.GetSecond());
+    EXPECT_EQ(hashOf(ofClock), hashOf(ofFields));
+    EXPECT_EQ(hashOf(NkDtDateZp(5, 3, 2004)), hashOf(NkDtDateTime(5, 3, 2004)));
+    NkDtDateZp withTime(5, 3, 2004);
+    withTime.SetHour(14);
+    EXPECT_NE(hashOf(withTime), hashOf(NkDtDateZp(5, 3, 2004)));
 }
 
 // --- Views -------------------------------------------------------------------------------------------

@@ -115,6 +115,10 @@ void isUnchanged(const Value& value, const Value& before) {
     EXPECT_EQ(value.GetWorkingMode(), before.GetWorkingMode());
 }
 
+/// How a construction or a `Clear` that finds no memory ends.
+template <class Value>
+constexpr Ending kExhausted = replacesErrors<Value> ? kReplaced : kNewHandler;
+
 /// A text whose buffer could not be made larger is empty and owns nothing; the definedness stays, and the
 /// loss of a text counts as a change.
 void isEmptied(const NkDtString& value, const NkDtString& before) {
@@ -139,7 +143,7 @@ TYPED_TEST(AnyMemoryFailure, LeavesNothingBehindAConstructionThatFails) {
     this->tryEach("by mode", endings, [] { const TypeParam value(NkDtWmNull); });
     this->tryEach("from a value", endings, [] { const TypeParam value = S::one(); });
     this->tryEach("from another", endings, [] { const TypeParam value = S::other(); });
-    const NkDtString text("1");
+    const NkDtString text(std::is_base_of_v<NkDtDateTime, TypeParam> ? "05.03.2004 14:07" : "1");
     this->tryEach("from a text", endings, [&] { const TypeParam value(text); });
 }
 
@@ -149,12 +153,12 @@ TYPED_TEST(AnyMemoryFailure, LeavesNothingBehindACopyThatFails) {
     const TypeParam undefined(NkDtWmNull);
     for (const TypeParam* const source : {&one, &other, &undefined}) {
         const std::string before = describe(*source);
-        this->tryEach("copy", kNewHandler, [&] { const TypeParam copy(*source); });
-        this->tryEach("NewObject", kNewHandler | kBadAlloc,
+        this->tryEach("copy", kExhausted<TypeParam>, [&] { const TypeParam copy(*source); });
+        this->tryEach("NewObject", kExhausted<TypeParam> | kBadAlloc,
                       [&] { const std::unique_ptr<NkDtBasis> made(source->NewObject()); });
         EXPECT_EQ(describe(*source), before);
     }
-    this->tryEach("CreateObject", kNewHandler | kBadAlloc,
+    this->tryEach("CreateObject", kExhausted<TypeParam> | kBadAlloc,
                   [] { const std::unique_ptr<CObject> made(TypeParam::GetThisClass()->CreateObject()); });
 }
 
@@ -167,14 +171,14 @@ TYPED_TEST(AnyMemoryFailure, LeavesAHuskAHuskUntilItsRecordsCanBeMade) {
             source.Clear();
             source.IsDefined();
         });
-        EXPECT_EQ(ending, kNewHandler);
+        EXPECT_EQ(ending, kExhausted<TypeParam>);
         EXPECT_EQ(describe(source), describe(TypeParam()));
         EXPECT_EQ(textOf(taken), Sample<TypeParam>::oneText);
     }
     TypeParam source = Sample<TypeParam>::one();
     const TypeParam taken(std::move(source));
     Requests requests(1);
-    EXPECT_EQ(endingOf(requests, [&] { const TypeParam copy(source); }), kNewHandler);
+    EXPECT_EQ(endingOf(requests, [&] { const TypeParam copy(source); }), kExhausted<TypeParam>);
 }  // the husk ends here
 
 TYPED_TEST(AnyMemoryFailure, LeavesNothingBehindAConversionThatFails) {
@@ -322,6 +326,103 @@ TYPED_TEST(NumberMemoryFailure, LeavesTheValueAsItWasWhenAConversionIntoItFails)
         [](TypeParam& value) { value = TypeParam(NkDtString("17")); }, isUnchanged<TypeParam>);
 }
 
+// --- Durations ------------------------------------------------------------------------------------------
+
+TEST_F(MemoryFailure, LeavesNothingBehindAnOperatorOnDurationsThatFails) {
+    const NkDtTime a(7, 45);
+    const NkDtTime b(0, 15);
+    const NkDtTime missing(NkDtWmMissing);
+    tryEach("a + b", kNewHandler, [&] { static_cast<void>(a + b); });
+    tryEach("a - b", kNewHandler, [&] { static_cast<void>(a - b); });
+    tryEach("a + missing", kReplaced, [&] { static_cast<void>(a + missing); });
+    tryEach("text + a", kNewHandler | kReplaced, [&] { static_cast<void>("Dauer: " + a); });
+    tryEach("from numbers", kReplaced, [] { const NkDtTime made(1, 30); });
+    tryEach("from a text", kReplaced, [] { const NkDtTime made("1:30"); });
+    EXPECT_EQ(describe(a), "9300 defined");
+}
+
+TEST_F(MemoryFailure, LeavesADurationAsItWasWhenAConversionIntoItFails) {
+    const std::function<NkDtTime()> make = [] { return NkDtTime(1, 30); };
+    // A refusal is the same with and without memory.
+    tryEachOn<NkDtTime>(
+        "SetFromOFL", make, kDone,
+        [](NkDtTime& value) {
+            try {
+                value.SetFromOFL("1:60");
+            } catch (NkDtExcep* caught) {
+                const ErrorPtr error(caught);
+                if (error->GetCauseNumber() == NkFoFehlerText) return;
+            }
+            throw 0;
+        },
+        isUnchanged<NkDtTime>);
+    tryEachOn<NkDtTime>(
+        "assignment of a text", make, kReplaced, [](NkDtTime& value) { value = "2:00"; },
+        isUnchanged<NkDtTime>);
+}
+
+// --- Dates ----------------------------------------------------------------------------------------------
+
+TEST_F(MemoryFailure, LeavesNothingBehindAnOperatorOnDatesThatFails) {
+    const NkDtDateTime a(5, 3, 2004, 14, 7, 9);
+    const NkDtDateZp b(1, 3, 2004);
+    const NkDtTime hour(1, 0);
+    const NkDtTime missing(NkDtWmMissing);
+    tryEach("a + hour", kReplaced, [&] { static_cast<void>(a + hour); });
+    tryEach("a - hour", kReplaced, [&] { static_cast<void>(a - hour); });
+    tryEach("b + hour", kReplaced, [&] { static_cast<void>(b + hour); });
+    tryEach("a + missing", kReplaced, [&] { static_cast<void>(a + missing); });
+    tryEach("b - missing", kReplaced, [&] { static_cast<void>(b - missing); });
+    tryEach("a - b", kNewHandler | kReplaced, [&] { static_cast<void>(a - b); });
+    tryEach("text + a", kNewHandler | kReplaced, [&] { static_cast<void>("am " + a); });
+    tryEach("from numbers", kReplaced, [] { const NkDtDateTime made(5, 3, 2004, 14, 7, 9); });
+    tryEach("from hour and minute", kReplaced, [] { const NkDtDateTime made(10, 30); });
+    tryEach("from the clock", kReplaced, [] { const NkDtDateTime made(NkDtWmDefined); });
+    tryEach("from a date", kReplaced, [] { const NkDtDateTime made(COleDateTime(2004, 3, 5, 0, 0, 0)); });
+    tryEach("date of a date-time", kReplaced, [&] { const NkDtDateZp made(a); });
+    tryEach("date from a text", kReplaced, [] { const NkDtDateZp made("5.3.2004"); });
+    EXPECT_EQ(describe(a), "05.03.2004 14:07:09 defined");
+    EXPECT_EQ(describe(b), "01.03.2004 00:00:00 defined");
+}
+
+TEST_F(MemoryFailure, ChangesADateWithoutMemory) {
+    NkDtDateTime date(5, 3, 2004, 14, 7, 9);
+    const NkDtDateTime other(6, 3, 2004, 14, 7, 9);
+    const Requests requests;
+    date.SetDay365(31);
+    date.AddMonth(1);
+    date.AddMin(100000);
+    date.SubDay365(1000);
+    date.SetDateTime("05.03.2004 14:07:09");
+    date.SetFromSQL("Mar  5 2004 02:07PM");
+    date = other;
+    const bool isOther = date == other && !(date < other);
+    date.Clear();
+    EXPECT_EQ(Requests::count(), 0);
+    EXPECT_TRUE(isOther);
+    EXPECT_EQ(describe(date), "01.01.1900 00:00:00 missing modified");
+}
+
+TEST_F(MemoryFailure, LeavesADateAsItWasWhenAConversionIntoItFails) {
+    const std::function<NkDtDateTime()> make = [] { return NkDtDateTime(5, 3, 2004); };
+    // A refusal is the same with and without memory.
+    tryEachOn<NkDtDateTime>(
+        "SetFromOFL", make, kDone,
+        [](NkDtDateTime& value) {
+            try {
+                value.SetFromOFL("31.02.2004");
+            } catch (NkDtExcep* caught) {
+                const ErrorPtr error(caught);
+                if (error->GetCauseNumber() == NkFoFehlerText) return;
+            }
+            throw 0;
+        },
+        isUnchanged<NkDtDateTime>);
+    tryEachOn<NkDtDateTime>(
+        "assignment of a text", make, kReplaced, [](NkDtDateTime& value) { value = "06.03.2004 14:07"; },
+        isUnchanged<NkDtDateTime>);
+}
+
 // --- Texts ------------------------------------------------------------------------------------------------
 
 class TextMemoryFailure : public MemoryFailure {
@@ -360,6 +461,12 @@ TEST_F(TextMemoryFailure, LeavesNothingBehindAConstructionThatFails) {
     tryEach("number value", kNewHandler, [&] { const NkDtString text(number); });
     const NkDtChar character('x');
     tryEach("character value", kNewHandler, [&] { const NkDtString text(character); });
+    const NkDtTime duration(1, 30);
+    tryEach("duration", kNewHandler, [&] { const NkDtString text(duration); });
+    const NkDtDateTime dateTime(5, 3, 2004, 14, 7, 9);
+    tryEach("date-time", kNewHandler, [&] { const NkDtString text(dateTime); });
+    const NkDtDateZp date(5, 3, 2004);
+    tryEach("date", kNewHandler, [&] { const NkDtString text(date); });
     const NkDtBool truth(TRUE);
     tryEach("truth value", kNewHandler, [&] { const NkDtString text(truth); });
     SysFreeString(wide);

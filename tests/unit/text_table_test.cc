@@ -8,11 +8,7 @@
 #include <nkeh/NkEhBasis.h>
 
 #include <array>
-#include <charconv>
-#include <cstdlib>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <optional>
@@ -23,34 +19,19 @@
 
 #include <gtest/gtest.h>
 
+#include "support/TableReader.h"
+
 namespace {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using namespace nktest;
 
 constexpr std::size_t kMinimumRows = 50'000;
-constexpr std::size_t kReportedMismatches = 20;
 constexpr std::size_t kTexts = 3;  // s, t, u
 constexpr auto kHexDigits = "0123456789abcdef"sv;
 
 // --- The table's notation -------------------------------------------------------------------------
-
-// Cuts the part before the next separator off the rest; all of it when there is none.
-std::string_view take(std::string_view& rest, char separator) {
-    const std::size_t end = rest.find(separator);
-    const std::string_view part = rest.substr(0, end);
-    rest = end == std::string_view::npos ? ""sv : rest.substr(end + 1);
-    return part;
-}
-
-int number(std::string_view text, int base = 10) {
-    int value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
-    if (error != std::errc() || end != text.data() + text.size()) {
-        throw std::invalid_argument("not a number in the table: " + std::string(text));
-    }
-    return value;
-}
 
 bool isPlain(char ch) {
     return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z') || (ch >= '0' && ch <= '9') || ch == ' ';
@@ -255,37 +236,21 @@ std::string deviation(const Row& row, std::optional<Texts>& texts) {
     return actual == row.expected ? "" : actual;
 }
 
-std::string tableText() {
-    const char* const folder = std::getenv("NKDT_TABLES");
-    std::ifstream file(std::string(folder ? folder : NKDT_TABLES) + "/texts.tsv", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 TEST(TextTable, EditingFollowsEveryRowInEveryState) {
-    const std::string table = tableText();
+    const std::string table = readTable("texts.tsv");
     std::string_view rest = table;
     ASSERT_EQ(take(rest, '\n'), "s\tt\tu\tcall\toutcome\ts\tt\tu");
 
-    std::map<std::string_view, std::size_t> rowsOf;
-    std::size_t rows = 0;
-    std::size_t mismatches = 0;
-    std::string report;
+    Findings findings;
     std::optional<Texts> texts;
     while (!rest.empty()) {
         const Row row(take(rest, '\n'));
-        ++rows;
-        ++rowsOf[row.call.substr(0, row.call.find(' '))];
-        const std::string actual = deviation(row, texts);
-        if (!actual.empty() && ++mismatches <= kReportedMismatches) {
-            report += "\n  " + std::string(row.line) + "\n    got: " + actual;
-        }
+        findings.count(row.call.substr(0, row.call.find(' ')));
+        findings.note(row.line, deviation(row, texts));
     }
-
-    EXPECT_EQ(mismatches, 0U) << "of " << rows << " rows; the first ones:" << report;
-    EXPECT_GE(rows, kMinimumRows);
-    for (const auto& entry : operations()) {
-        EXPECT_GT(rowsOf[entry.first], 0U) << "no row tries " << entry.first;
-    }
+    findings.expectNone();
+    EXPECT_GE(findings.rows(), kMinimumRows);
+    findings.expectAllTried(operations());
 }
 
 }  // namespace

@@ -126,8 +126,36 @@ Operations<Value> operations() {
         {"Assign", [](Value& value) { return value.Assign(other), std::string(); }},
         {"SetWorkingMode", [](Value& value) { return value.SetWorkingMode(NkDtWmNull), std::string(); }},
         {"==", [](Value& value) { return std::to_string(value == other); }},
-        {"GetValue", [](Value& value) { return value.GetValue(), std::string(); }},
     };
+    if constexpr (requires { other.GetValue(); })
+        operations.emplace_back("GetValue", [](Value& value) { return value.GetValue(), std::string(); });
+    if constexpr (requires { other.GetTime(); }) {
+        operations.emplace_back("GetTime", [](Value& value) { return std::to_string(value.GetTime()); });
+        operations.emplace_back("GetMode", [](Value& value) { return std::to_string(value.GetMode()); });
+        operations.emplace_back("SetHour", [](Value& value) { return value.SetHour(2), std::string(); });
+        operations.emplace_back("AddMin", [](Value& value) { return value.AddMin(2), std::string(); });
+        operations.emplace_back("Reset", [](Value& value) { return value.Reset(), std::string(); });
+    }
+    if constexpr (requires { other.GetYear(); }) {
+        operations.emplace_back("GetYear", [](Value& value) { return std::to_string(value.GetYear()); });
+        operations.emplace_back("GetHour", [](Value& value) { return std::to_string(value.GetHour()); });
+        operations.emplace_back("SetDay365", [](Value& value) { return value.SetDay365(2), std::string(); });
+        operations.emplace_back("SetYear", [](Value& value) { return value.SetYear(2002), std::string(); });
+        operations.emplace_back("SetMin", [](Value& value) { return value.SetMin(2), std::string(); });
+        operations.emplace_back("WipeTime", [](Value& value) { return value.WipeTime(), std::string(); });
+        operations.emplace_back("AddDay365", [](Value& value) { return value.AddDay365(2), std::string(); });
+        operations.emplace_back("SubMonth", [](Value& value) { return value.SubMonth(2), std::string(); });
+        operations.emplace_back("AddMin", [](Value& value) { return value.AddMin(90), std::string(); });
+        operations.emplace_back("SetDate",
+                                [](Value& value) { return value.SetDate("1.2.2003"), std::string(); });
+        operations.emplace_back("SetTime",
+                                [](Value& value) { return value.SetTime("10:30"), std::string(); });
+        operations.emplace_back("- duration", [](Value& value) { return describe(value - NkDtTime(1, 0)); });
+        operations.emplace_back("-", [](Value& value) { return describe(other - value); });
+        operations.emplace_back("COleDateTime", [](Value& value) {
+            return std::to_string(static_cast<COleDateTime>(value).GetStatus());
+        });
+    }
     if constexpr (requires { other + other; }) {
         operations.emplace_back("+", [](Value& value) { return describe(value + other); });
         operations.emplace_back("+ left", [](Value& value) { return describe(other + value); });
@@ -218,7 +246,7 @@ TYPED_TEST(AnyMove, AssignmentOfATemporaryOntoAnotherValueIsTheOrdinaryAssignmen
 /// The classes whose sum is a value of the class.
 template <class Value>
 class SumMove : public AnyMove<Value> {};
-using SumClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtString>;
+using SumClasses = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtTime, NkDtString>;
 TYPED_TEST_SUITE(SumMove, SumClasses, ClassNames);
 
 TYPED_TEST(SumMove, KeepsItsFormatModeAndFlagInASumAssignedToItself) {

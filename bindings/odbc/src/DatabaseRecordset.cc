@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Catalog.h"
+#include "DateExchange.h"
 #include "DecimalExchange.h"
 #include "Diagnostics.h"
 #include "RowColumn.h"
@@ -33,7 +34,7 @@ bool isNothing(LPCTSTR text) noexcept {
 
 }  // namespace
 
-class CDatabaseRecordset::Impl {
+class NKDT_HIDDEN CDatabaseRecordset::Impl {
   public:
     enum class State { closed, opened, reading, ended, broken };
     enum class Editing { none, change, addition };
@@ -45,6 +46,7 @@ class CDatabaseRecordset::Impl {
     void openQuery(LPCTSTR sql);
 
     RowColumn& columnToBind(LPCTSTR name);
+    void bindDate(LPCTSTR name, TIMESTAMP_STRUCT& field, bool fieldOfDates);
     bool fetch();
     /// Fills the bound fields from the row; what is refused is in refusals().
     void readFields(CRecordset& fields);
@@ -170,6 +172,12 @@ RowColumn& CDatabaseRecordset::Impl::columnToBind(LPCTSTR name) {
     if (column.exchange)
         fail("HY000", "Die Spalte " + quotedExcerpt(utf8FromCp1252(wanted)) + " ist schon gebunden");
     return column;
+}
+
+void CDatabaseRecordset::Impl::bindDate(LPCTSTR name, TIMESTAMP_STRUCT& field, bool fieldOfDates) {
+    RowColumn& column = columnToBind(name);
+    column.digits = RowColumn::Digits::asTold;
+    column.exchange = exchangeDate(field, DateColumn(column.column(), dbms(), fieldOfDates, isTable()));
 }
 
 // Reading
@@ -413,6 +421,11 @@ void CDatabaseRecordset::BindLong(LPCTSTR lpszColumn, long& nField) {
     SetFieldNull(&nField, TRUE);
 }
 
+void CDatabaseRecordset::BindLong(LPCTSTR lpszColumn, LONG& nField) {
+    m_impl->columnToBind(lpszColumn).exchange = exchangeLong(nField);
+    SetFieldNull(&nField, TRUE);
+}
+
 void CDatabaseRecordset::BindBool(LPCTSTR lpszColumn, BOOL& fField) {
     RowColumn& column = m_impl->columnToBind(lpszColumn);
     column.exchange = exchangeBool(fField, column.keepsWhatItIsGiven());
@@ -435,6 +448,16 @@ void CDatabaseRecordset::BindDecimal(LPCTSTR lpszColumn, CString& strField) {
     column.exchange =
         exchangeDecimal(strField, DecimalCapacity(column.column(), m_impl->dbms()), doublesInFull);
     SetFieldNull(&strField, TRUE);
+}
+
+void CDatabaseRecordset::BindDateTime(LPCTSTR lpszColumn, TIMESTAMP_STRUCT& tsField) {
+    m_impl->bindDate(lpszColumn, tsField, false);
+    SetFieldNull(&tsField, TRUE);
+}
+
+void CDatabaseRecordset::BindDate(LPCTSTR lpszColumn, TIMESTAMP_STRUCT& tsField) {
+    m_impl->bindDate(lpszColumn, tsField, true);
+    SetFieldNull(&tsField, TRUE);
 }
 
 void CDatabaseRecordset::BindChar(LPCTSTR lpszColumn, CString& strField) {

@@ -215,6 +215,11 @@ std::unique_ptr<FieldExchange> exchangeLong(long& field) {
                                                        std::numeric_limits<std::int32_t>::max());
 }
 
+std::unique_ptr<FieldExchange> exchangeLong(LONG& field) {
+    return std::make_unique<WholeNumberExchange<LONG>>(field, std::numeric_limits<LONG>::min(),
+                                                       std::numeric_limits<LONG>::max());
+}
+
 std::unique_ptr<FieldExchange> exchangeBool(BOOL& field, bool numbersAreKept) {
     using Limits = std::numeric_limits<BOOL>;
     return std::make_unique<WholeNumberExchange<BOOL>>(field, numbersAreKept ? Limits::min() : 0,

@@ -58,6 +58,7 @@ class FieldExchange {
 
 std::unique_ptr<FieldExchange> exchangeShort(int& field);
 std::unique_ptr<FieldExchange> exchangeLong(long& field);
+std::unique_ptr<FieldExchange> exchangeLong(LONG& field);
 /// @param numbersAreKept whether the column holds any number for true; else writing one but 0 and 1 is
 /// refused
 std::unique_ptr<FieldExchange> exchangeBool(BOOL& field, bool numbersAreKept);

@@ -29,7 +29,9 @@ RowColumn::RowColumn(const CDatabaseColumn& column, CDatabase::Dbms dbms)
       m_takesNumbers(dbms == CDatabase::sqlite && !isTextType(column.nType) &&
                      affinityOf(column.strTypeName.View()) != Affinity::text),
       m_keepsWhatItIsGiven(dbms != CDatabase::postgresql || (column.nType != CDatabaseColumn::character &&
-                                                             column.nType != CDatabaseColumn::boolean)) {
+                                                             column.nType != CDatabaseColumn::boolean)),
+      m_isCastToText(dbms == CDatabase::postgresql &&
+                     (column.nType == CDatabaseColumn::date || column.nType == CDatabaseColumn::timestamp)) {
     if (column.nType == CDatabaseColumn::floating) digits = Digits::ofDouble;
     if (m_takesNumbers && column.nType == CDatabaseColumn::decimal) digits = Digits::ofDecimal;
 }
@@ -39,9 +41,11 @@ std::string quotedName(LPCTSTR name) {
 }
 
 // SQLite's driver knows a double by 15 digits only, as a double too; 21 digits of the database's own tell it
-// exactly.
+// exactly. PostgreSQL's driver writes dates anew: infinite ones as the last second of 9999, those before
+// Christ as those after.
 std::string RowColumn::expression() const {
     std::string name = quotedName(m_column.strName);
+    if (m_isCastToText) return name + "::text AS \"?column?\"";  // an order by the name is one by dates
     if (digits == Digits::asTold || !m_takesNumbers) return name;
     std::string isTold = "typeof(" + name + ") <> 'real'";
     if (digits == Digits::ofDecimal) isTold += " OR CAST(CAST(" + name + " AS TEXT) AS REAL) = " + name;

@@ -57,6 +57,7 @@ class RowColumn {
     SQLSMALLINT m_parameterType;
     bool m_takesNumbers;
     bool m_keepsWhatItIsGiven;
+    bool m_isCastToText;
     int m_number = 0;
     std::vector<char> m_buffer;
     SQLLEN m_indicator = SQL_NULL_DATA;

@@ -29,7 +29,8 @@ struct Statement::Parameter {
 };
 
 // SQLite keeps values by the column's own rules, so a text is declared as what it is there; PostgreSQL
-// refuses a text where a number is expected.
+// refuses a text where a number is expected. Its driver reads a text that is declared as a date, and makes
+// 0000-00-00 of what it does not know; as a text it reaches the database.
 SQLSMALLINT parameterType(CDatabase::Dbms dbms, CDatabaseColumn::Type type, std::string_view typeName) {
     if (dbms == CDatabase::sqlite) return SQL_VARCHAR;
     switch (type) {
@@ -48,9 +49,9 @@ SQLSMALLINT parameterType(CDatabase::Dbms dbms, CDatabaseColumn::Type type, std:
         case CDatabaseColumn::boolean:
             return SQL_BIT;
         case CDatabaseColumn::date:
-            return SQL_TYPE_DATE;
+            return dbms == CDatabase::postgresql ? SQL_VARCHAR : SQL_TYPE_DATE;
         case CDatabaseColumn::timestamp:
-            return SQL_TYPE_TIMESTAMP;
+            return dbms == CDatabase::postgresql ? SQL_VARCHAR : SQL_TYPE_TIMESTAMP;
         case CDatabaseColumn::timeOfDay:
             return SQL_TYPE_TIME;
         case CDatabaseColumn::text:

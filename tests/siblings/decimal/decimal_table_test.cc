@@ -1,12 +1,7 @@
 // Holds Decimal96 against the table decimals.tsv, which tests/models/decimals.py generates from the rules;
 // the model explains the columns.
 
-#include <bit>
-#include <charconv>
-#include <cstdlib>
-#include <fstream>
 #include <map>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,29 +10,20 @@
 
 #include "DecimalTest.h"
 #include "support/Instruments.h"
+#include "support/TableReader.h"
 
 namespace {
 
 using namespace decimaltest;
+using namespace nktest;
 
 constexpr std::size_t fewestOfAnOperation = 20'000;
-constexpr std::size_t reportedMismatches = 20;
 constexpr std::size_t rowsToOneUnderValgrind = 23;  // odd, since some operations take turns
 
 __extension__ typedef __int128 Int128;
 __extension__ typedef unsigned __int128 UInt128;
 
 // ---- The table's notation ----
-
-template <class Integer>
-Integer number(std::string_view cell, int base = 10) {
-    Integer value = 0;
-    const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), value, base);
-    if (error != std::errc() || end != cell.data() + cell.size()) {
-        throw std::invalid_argument("not a number in the table: " + std::string(cell));
-    }
-    return value;
-}
 
 Decimal96 decimal(std::string_view cell) {
     const std::size_t colon = cell.find(':');
@@ -69,21 +55,6 @@ std::string held(const Decimal96& value) {
     return mantissaText(value) + ":" + std::to_string(value.scale());
 }
 
-std::string quoted(const std::string& text) {
-    return '"' + text + '"';
-}
-std::string_view unquoted(std::string_view cell) {
-    return cell.substr(1, cell.size() - 2);
-}
-
-std::string bitsOf(double value) {
-    std::string digits(16, '0');
-    const auto bits = std::bit_cast<std::uint64_t>(value);
-    for (std::size_t i = 0; i < 16; ++i)
-        digits[i] = "0123456789abcdef"[bits >> (60 - 4 * i) & 15U];
-    return digits;
-}
-
 /// Places and rounding method.
 struct Rounding {
     int places;
@@ -93,16 +64,6 @@ Rounding rounding(std::string_view cell) {
     const std::size_t colon = cell.find(':');
     return {number<int>(cell.substr(0, colon)),
             static_cast<Decimal96::Rounding>(number<int>(cell.substr(colon + 1)))};
-}
-
-std::vector<std::string_view> split(std::string_view line) {
-    std::vector<std::string_view> cells;
-    for (;;) {
-        const std::size_t end = line.find('\t');
-        cells.push_back(line.substr(0, end));
-        if (end == std::string_view::npos) return cells;
-        line.remove_prefix(end + 1);
-    }
 }
 
 // ---- Carrying out a row ----
@@ -156,17 +117,14 @@ const std::map<std::string, Operation, std::less<>> operations = {
     {"write",
      [](std::string_view l, std::string_view) {
          const std::string written = text(decimal(l));
-         return written == "NaN" ? "overflow" : quoted(written);
+         return written == "NaN" ? "overflow" : inQuotes(written);
      }},
     {"parse", [](std::string_view l, std::string_view) { return held(dec(unquoted(l))); }},
-    {"from double",
-     [](std::string_view l, std::string_view) {
-         return held(Decimal96::from(std::bit_cast<double>(number<std::uint64_t>(l, 16))));
-     }},
+    {"from double", [](std::string_view l, std::string_view) { return held(Decimal96::from(doubleOf(l))); }},
     {"to double",
      [](std::string_view l, std::string_view) {
          const double value = decimal(l).toDouble();
-         return value != value ? "overflow" : bitsOf(value);
+         return value != value ? "overflow" : hexOf(value);
      }},
 };
 
@@ -204,37 +162,24 @@ std::string mismatch(const std::vector<std::string_view>& cells) {
     return "";
 }
 
-std::ifstream openTable() {
-    const char* const folder = std::getenv("NKDT_TABLES");
-#ifdef NKDT_TABLES
-    return std::ifstream(std::string(folder != nullptr ? folder : NKDT_TABLES) + "/decimals.tsv");
-#else
-    return std::ifstream(std::string(folder != nullptr ? folder : ".") + "/decimals.tsv");
-#endif
-}
-
 TEST(DecimalTable, EveryRowComesOutAsTheRulesDemand) {
     const CountingHandlers counting;
-    std::ifstream table = openTable();
-    ASSERT_TRUE(table) << "no table decimals.tsv";
-    const std::size_t step = nktest::isUnderValgrind() ? rowsToOneUnderValgrind : 1;
-    std::map<std::string, std::size_t, std::less<>> rows;
-    std::size_t mismatches = 0;
-    std::size_t count = 0;
-    for (std::string line; std::getline(table, line);) {
-        if (count++ % step != 0) continue;
-        const std::vector<std::string_view> cells = split(line);
+    const std::string table = readTable("decimals.tsv");
+    std::string_view rest = table;
+    const std::size_t step = isUnderValgrind() ? rowsToOneUnderValgrind : 1;
+    Findings findings;
+    for (std::size_t count = 0; !rest.empty(); ++count) {
+        const std::string_view line = take(rest, '\n');
+        if (count % step != 0) continue;
+        const std::vector<std::string_view> cells = split(line, '\t');
         ASSERT_EQ(cells.size(), 5U) << line;
-        ++rows[std::string(cells[0].substr(0, cells[0].front() == '*' || cells[0].front() == '/' ? 2 : 20))];
-        const std::string found = mismatch(cells);
-        if (found.empty()) continue;
-        if (++mismatches <= reportedMismatches) ADD_FAILURE() << line << "\n" << found;
+        findings.count(cells[0].substr(0, cells[0].front() == '*' || cells[0].front() == '/' ? 2 : 20));
+        findings.note(line, mismatch(cells));
     }
-    EXPECT_EQ(mismatches, 0U);
-    for (const auto& [operation, function] : operations)
-        EXPECT_GE(rows[operation], fewestOfAnOperation / step) << operation;
+    findings.expectNone();
+    findings.expectAllTried(operations, fewestOfAnOperation / step);
     for (const char* fused : {"* ", "/ "})
-        EXPECT_GE(rows[fused], fewestOfAnOperation / step) << fused;
+        EXPECT_GE(findings.rows(fused), fewestOfAnOperation / step) << fused;
 }
 
 }  // namespace

@@ -3,10 +3,8 @@
 
 #include <charconv>
 #include <cstdlib>
-#include <fstream>
 #include <map>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,40 +12,24 @@
 #include <gtest/gtest.h>
 
 #include "FormatTest.h"
+#include "support/TableReader.h"
 
 namespace {
 
 using namespace formattest;
+using nktest::split;
+using nktest::take;
 
 constexpr std::size_t fewestRows = 30'000;
-constexpr std::size_t reportedMismatches = 20;
 
 // ---- The table's notation ----
 
-std::vector<std::string> split(std::string_view line, char separator) {
-    std::vector<std::string> parts;
-    for (;;) {
-        const std::size_t end = line.find(separator);
-        parts.emplace_back(line.substr(0, end));
-        if (end == std::string_view::npos) return parts;
-        line.remove_prefix(end + 1);
-    }
-}
-
 LONGLONG number(std::string_view cell) {
-    LONGLONG value = 0;
-    const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), value);
-    if (error != std::errc() || end != cell.data() + cell.size()) {
-        throw std::invalid_argument("not a number in the table: " + std::string(cell));
-    }
-    return value;
+    return nktest::number<LONGLONG>(cell);
 }
 
 std::vector<LONGLONG> numbers(std::string_view cell) {
-    std::vector<LONGLONG> values;
-    for (const std::string& part : split(cell, ','))
-        values.push_back(number(part));
-    return values;
+    return nktest::numbers<LONGLONG>(cell, ',');
 }
 
 double realNumber(const std::string& cell) {
@@ -55,19 +37,14 @@ double realNumber(const std::string& cell) {
 }
 
 std::string unquoted(std::string_view cell) {
-    if (cell.size() < 2 || cell.front() != '"' || cell.back() != '"') {
-        throw std::invalid_argument("not a text in the table: " + std::string(cell));
-    }
-    cell = cell.substr(1, cell.size() - 2);
+    const std::string plain = nktest::unquoted(cell);
     std::string text;
-    for (std::size_t i = 0; i < cell.size(); ++i) {
-        if (cell[i] != '\\') {
-            text += cell[i];
+    for (std::size_t i = 0; i < plain.size(); ++i) {
+        if (plain[i] != '\\') {
+            text += plain[i];
             continue;
         }
-        unsigned byte = 0;
-        std::from_chars(cell.data() + i + 2, cell.data() + i + 4, byte, 16);
-        text += static_cast<char>(byte);
+        text += static_cast<char>(nktest::number<unsigned>(std::string_view(plain).substr(i + 2, 2), 16));
         i += 3;
     }
     return text;
@@ -209,35 +186,25 @@ bool same(const Row& row, const std::string& found) {
     return row.operation == "read double" && !refused && realNumber(found) == realNumber(row.expected);
 }
 
-std::ifstream openTable() {
-    const char* const folder = std::getenv("NKDT_TABLES");
-#ifdef NKDT_TABLES
-    return std::ifstream(std::string(folder != nullptr ? folder : NKDT_TABLES) + "/formats.tsv");
-#else
-    return std::ifstream(std::string(folder != nullptr ? folder : ".") + "/formats.tsv");
-#endif
-}
-
 TEST(FormatTable, EveryRowComesOutAsTheRulesDemand) {
     const ClockIn2023 clock;
-    std::ifstream table = openTable();
-    ASSERT_TRUE(table) << "no table formats.tsv";
-    std::map<std::string, std::size_t> rows;
-    std::size_t mismatches = 0;
-    for (std::string line; std::getline(table, line);) {
-        const std::vector<std::string> cells = split(line, '\t');
+    const std::string table = nktest::readTable("formats.tsv");
+    std::string_view rest = table;
+    nktest::Findings findings;
+    while (!rest.empty()) {
+        const std::string_view line = take(rest, '\n');
+        const std::vector<std::string_view> cells = split(line, '\t');
         ASSERT_EQ(cells.size(), 5U) << line;
-        const Row row = {cells[0], numbers(cells[1]), cells[2], cells[3], cells[4]};
-        ++rows[row.kind];
-        ++rows["all"];
+        const Row row = {std::string(cells[0]), numbers(cells[1]), std::string(cells[2]),
+                         std::string(cells[3]), std::string(cells[4])};
+        findings.count(row.kind);
         const std::string found = outcome(row);
-        if (same(row, found)) continue;
-        if (++mismatches <= reportedMismatches) ADD_FAILURE() << line << "\nfound " << found;
+        if (!same(row, found)) findings.note(line, "found " + found);
     }
-    EXPECT_EQ(mismatches, 0U);
-    EXPECT_GE(rows["all"], fewestRows);
+    findings.expectNone();
+    EXPECT_GE(findings.rows(), fewestRows);
     for (const char* kind : {"number", "time", "date", "text", "bool"})
-        EXPECT_GE(rows[kind], 100U) << kind;
+        EXPECT_GE(findings.rows(kind), 100U) << kind;
 }
 
 }  // namespace

@@ -27,8 +27,8 @@
 /// Rows stream forward in constant memory. Nothing is cut or guessed: every value crosses as text and is
 /// checked before it becomes a field. What does not fit is a `CDBException*` that names row and column, e.g.
 /// "Zeile 5, Spalte Name: Zeichen U+4E2D ist in Codepage 1252 nicht darstellbar". Its state tells the kind:
-/// 22003 a number out of range, 22018 a text that is no such value, 22001 a text that is too long, 22021 a
-/// character outside the code page or a NUL.
+/// 22003 a number out of range, 22008 a date that is none or out of range, 22018 a text that is no such
+/// value, 22001 a text that is too long, 22021 a character outside the code page or a NUL.
 ///
 /// No memory is allocated per row once the buffers have grown to the longest text.
 
@@ -83,6 +83,7 @@ class NKDT_API CDatabaseRecordset : public CRecordset {
     void BindShort(LPCTSTR lpszColumn, int& nField);
     /// A whole number of 32 bits, whatever the width of `long`.
     void BindLong(LPCTSTR lpszColumn, long& nField);
+    void BindLong(LPCTSTR lpszColumn, LONG& nField);
     /// A truth value as a whole number of 32 bits, 0 for false.
     void BindBool(LPCTSTR lpszColumn, BOOL& fField);
     /// A finite floating number, exactly as it is stored. (A query on SQLite has only the 15 digits that the
@@ -104,6 +105,18 @@ class NKDT_API CDatabaseRecordset : public CRecordset {
     /// is beyond the type, into a column of whole numbers. "5.0" is written as 5 and 0 without places,
     /// because the value class marks numbers without places so.
     void BindDecimal(LPCTSTR lpszColumn, CString& strField);
+    /// A date with a time of day, of the years 1753 to 9999, from a text "2004-03-05", "2004-03-05 14:07" or
+    /// "2004-03-05 14:07:09", with a "T" instead of the blank as well. A fraction of a second is dropped. A
+    /// PostgreSQL `timestamptz` is told in the time zone of the session. (A query on PostgreSQL has what the
+    /// driver tells: of dates before Christ the year alone; the last second of 9999, which may be an infinite
+    /// time there, is refused.)
+    ///
+    /// It is written as "2004-03-05 14:07:09", into a DATE column as "2004-03-05". A time of day other than
+    /// 00:00:00 into a DATE column, and what no calendar has, are refused (22008). The field's fraction is
+    /// not written.
+    void BindDateTime(LPCTSTR lpszColumn, TIMESTAMP_STRUCT& tsField);
+    /// The same for a field of dates: without a time of day into a column of texts too.
+    void BindDate(LPCTSTR lpszColumn, TIMESTAMP_STRUCT& tsField);
     /// A text of at most one character.
     void BindChar(LPCTSTR lpszColumn, CString& strField);
     /// A text of any length in code page 1252.
