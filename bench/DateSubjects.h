@@ -47,6 +47,13 @@ struct Value {
     static bool less(const Date& a, const Date& b) { return a < b; }
 };
 
+/// A count of months from a January on, less than twelve in front of it, as years and a month from 0 on.
+struct Months {
+    explicit Months(int count) : years((count + 12) / 12 - 1), month((count + 12) % 12) {}
+    int years;
+    int month;
+};
+
 /// What the value keeps, without its state and its flags.
 struct Record {
     static constexpr const char* name = "record";
@@ -75,9 +82,9 @@ struct Record {
         }
     }
     static void addMonths(Date& date, int months) {
-        const int month = date.tm_mon + months;
-        if (month > 11) date.setYear(date.year() + month / 12);
-        date.setMonth(month % 12 + 1);
+        const Months sum(date.tm_mon + months);
+        if (sum.years != 0) date.setYear(date.year() + sum.years);
+        date.setMonth(sum.month + 1);
     }
     static bool less(const Date& a, const Date& b) { return a < b; }
 };
@@ -138,9 +145,9 @@ struct Limit {
         date.day = result.day;
     }
     static void addMonths(Date& date, int months) {
-        const int month = date.month - 1 + months;
-        date.year += month / 12;
-        date.month = month % 12 + 1;
+        const Months sum(date.month - 1 + months);
+        date.year += sum.years;
+        date.month = sum.month + 1;
         const int last = nkfw::daysInMonth(date.year, date.month);
         if (date.day > last) date.day = last;
     }

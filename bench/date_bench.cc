@@ -85,28 +85,25 @@ void move(benchmark::State& state, const std::vector<int>& counts, Move move) {
     }
 }
 
-constexpr auto addDays = [](benchmark::State& state, auto subject) {
-    using Subject = decltype(subject);
-    // Within a ring one date meets one count, so every other count is the way back on the next round.
+/// Counts from 1 up to a bound. Within a ring one date meets one count, and on the next round the way back.
+std::vector<int> thereAndBack(unsigned most) {
     std::vector<int> counts(2 * Ring<int>::size);
     std::mt19937 random(seed);
     for (std::size_t i = 0; i < Ring<int>::size; ++i) {
-        counts[i] = 1 + static_cast<int>(random() % 90);
+        counts[i] = 1 + static_cast<int>(random() % most);
         counts[i + Ring<int>::size] = -counts[i];
     }
-    move<Subject>(state, counts, [](auto& date, int days) { Subject::addDays(date, days); });
+    return counts;
+}
+
+constexpr auto addDays = [](benchmark::State& state, auto subject) {
+    using Subject = decltype(subject);
+    move<Subject>(state, thereAndBack(90), [](auto& date, int days) { Subject::addDays(date, days); });
 };
 
-/// Of a copy, since our class refuses some ways back.
 constexpr auto addMonths = [](benchmark::State& state, auto subject) {
     using Subject = decltype(subject);
-    auto source = dates<Subject>();
-    std::size_t i = 0;
-    for (auto _ : state) {
-        auto date = source.next();
-        Subject::addMonths(date, 1 + static_cast<int>(i++ % 11));
-        keep(date);
-    }
+    move<Subject>(state, thereAndBack(11), [](auto& date, int months) { Subject::addMonths(date, months); });
 };
 
 constexpr auto less = [](benchmark::State& state, auto subject) {

@@ -4,6 +4,8 @@
 # headers of the rooms that it names and no others. Internal headers (those beside the sources) are visible to
 # the rooms above, never to users of the finished library.
 
+set(nk_room_dir "${CMAKE_CURRENT_LIST_DIR}")
+
 # nk_add_room(<name> SOURCES <file>... [INCLUDE <dir>] [INTERNAL <dir>] [DEPENDS <room>...])
 #   INCLUDE   the folder of the public headers, "include" unless given
 #   INTERNAL  the folder of the internal headers, "src" unless given
@@ -72,14 +74,21 @@ function(nk_set_library_properties target export_name output_name)
   target_link_libraries(${target} PRIVATE nk_options)
   target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
   if(NOT NKDT_SANITIZE)
-    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+    target_link_options(${target} PRIVATE
+      -Wl,--no-undefined "LINKER:--version-script=${nk_room_dir}/NkExports.map")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${nk_room_dir}/NkExports.map")
+  endif()
+  # Before 1.0, each minor version may break what is built against the one before.
+  set(soversion ${PROJECT_VERSION_MAJOR})
+  if(soversion EQUAL 0)
+    set(soversion ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
   endif()
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${export_name}
     OUTPUT_NAME ${output_name}
     LINKER_LANGUAGE CXX
     VERSION ${PROJECT_VERSION}
-    SOVERSION ${PROJECT_VERSION_MAJOR}
+    SOVERSION ${soversion}
     INSTALL_RPATH "$ORIGIN")
 endfunction()
 
@@ -89,10 +98,22 @@ function(nk_install_headers dir)
   endif()
 endfunction()
 
+# nk_install_library(<target> <export set> [NEEDS <package>...] [HINT <text>] [PKG_CONFIG <module>...])
+# A library that is named nkdt_<x> becomes the component <x> of the package and the pkg-config module nkdt-<x>.
+#   NEEDS       what users must find to compile and link: arguments of find_package, one string a package
+#   HINT        what that is in words, for the message when it is missing
+#   PKG_CONFIG  the same as modules of pkg-config
 function(nk_install_library target export_set)
+  cmake_parse_arguments(PARSE_ARGV 2 lib "" "HINT" "NEEDS;PKG_CONFIG")
   if(NKDT_INSTALL)
     install(TARGETS ${target} EXPORT ${export_set}
       LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
       INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+    set_property(GLOBAL APPEND PROPERTY NK_INSTALLED_LIBRARIES ${target})
+    set_target_properties(${target} PROPERTIES
+      NK_EXPORT_SET ${export_set}
+      NK_NEEDS "${lib_NEEDS}"
+      NK_HINT "${lib_HINT}"
+      NK_PKG_CONFIG "${lib_PKG_CONFIG}")
   endif()
 endfunction()

@@ -1,0 +1,105 @@
+#include <nkdt/qt/QtApplication.h>
+#include <nkdt/qt/QtDialog.h>
+#include <nkfw/Exception.h>
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMenu>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Takes the variables that decide on the platform out of the environment.
+class QtApplication : public ::testing::Test {
+  protected:
+    void SetUp() override { clear(); }
+    void TearDown() override { clear(); }
+
+  private:
+    static void clear() {
+        for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_RUNTIME_DIR"})
+            qunsetenv(name);
+    }
+};
+
+TEST_F(QtApplication, WithoutADisplayDialogsAreDrawnOffScreen) {
+    EXPECT_FALSE(CQtApplication::HasDisplay());
+    const CQtApplication application;
+    EXPECT_EQ(QGuiApplication::platformName(), "offscreen");
+    EXPECT_FALSE(CQtApplication::HasDisplay());
+}
+
+TEST_F(QtApplication, ADisplayIsWhatTheEnvironmentNames) {
+    qputenv("DISPLAY", ":0");
+    EXPECT_TRUE(CQtApplication::HasDisplay());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    EXPECT_FALSE(CQtApplication::HasDisplay());
+    qputenv("QT_QPA_PLATFORM", "minimal");
+    EXPECT_FALSE(CQtApplication::HasDisplay());
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    EXPECT_TRUE(CQtApplication::HasDisplay());
+    qunsetenv("QT_QPA_PLATFORM");
+    qunsetenv("DISPLAY");
+    EXPECT_FALSE(CQtApplication::HasDisplay());
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    EXPECT_TRUE(CQtApplication::HasDisplay());
+}
+
+TEST_F(QtApplication, AMissingRuntimeFolderIsMadeAndTakenAway) {
+    QString folder;
+    {
+        const CQtApplication application;
+        folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+        const QFileInfo info(folder);
+        EXPECT_TRUE(info.isDir());
+        EXPECT_FALSE(info.permission(QFileDevice::ReadGroup));
+        EXPECT_FALSE(info.permission(QFileDevice::ReadOther));
+    }
+    EXPECT_FALSE(QFileInfo::exists(folder));
+    EXPECT_TRUE(qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"));
+}
+
+TEST_F(QtApplication, ARuntimeFolderThatIsNamedStays) {
+    qputenv("XDG_RUNTIME_DIR", "/");
+    const CQtApplication application;
+    EXPECT_EQ(qEnvironmentVariable("XDG_RUNTIME_DIR"), "/");
+}
+
+TEST_F(QtApplication, QtsArgumentsAreTakenOutOfTheProgrammes) {
+    char name[] = "program";
+    char option[] = "-platform";
+    char platform[] = "offscreen";
+    char rest[] = "rest";
+    char* arguments[] = {name, option, platform, rest, nullptr};
+    int count = 4;
+    const CQtApplication application(count, arguments);
+    EXPECT_EQ(count, 2);
+    EXPECT_STREQ(arguments[1], "rest");
+}
+
+TEST_F(QtApplication, TheMenuOfAnEditControlIsGerman) {
+    const CQtApplication application;
+    QLineEdit edit;
+    const std::unique_ptr<QMenu> menu(edit.createStandardContextMenu());
+    QStringList texts;
+    for (const QAction* const action : menu->actions()) {
+        const QString text = action->text().section('\t', 0, 0);  // without the keys
+        if (!text.isEmpty()) texts += text;
+    }
+    EXPECT_EQ(
+        texts.join(", ").toStdString(),
+        "&Rückgängig, &Wiederherstellen, &Ausschneiden, &Kopieren, &Einfügen, Löschen, Alles auswählen");
+}
+
+TEST_F(QtApplication, ADialogWithoutApplicationIsRefused) {
+    try {
+        CQtDialog dialog;
+        FAIL() << "made";
+    } catch (CInvalidArgException* exception) {
+        exception->Delete();
+    }
+}
+
+}  // namespace

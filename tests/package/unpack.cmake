@@ -1,0 +1,16 @@
+# Unpacks the only .tar.gz of the folder PACKAGES; its one folder becomes INTO.
+file(GLOB archive "${PACKAGES}/*.tar.gz")
+list(LENGTH archive count)
+if(NOT count EQUAL 1)
+  message(FATAL_ERROR "there are ${count} archives in ${PACKAGES}")
+endif()
+
+file(REMOVE_RECURSE "${INTO}" "${INTO}.part")
+file(ARCHIVE_EXTRACT INPUT "${archive}" DESTINATION "${INTO}.part")
+file(GLOB folder "${INTO}.part/*")
+list(LENGTH folder count)
+if(NOT count EQUAL 1)
+  message(FATAL_ERROR "the archive has ${count} folders: ${folder}")
+endif()
+file(RENAME "${folder}" "${INTO}")
+file(REMOVE "${INTO}.part")
