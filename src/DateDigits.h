@@ -21,19 +21,26 @@ struct DateDigits {
     constexpr int at(unsigned place) const noexcept { return static_cast<int>(pairs >> 8 * place & 0xFFU); }
 };
 
-/// @param text    eight characters
-/// @param pattern of "0" for digits and anything else, which must be the same in the text
-inline DateDigits readDateDigits(const char* text, const char (&pattern)[9]) noexcept {
+/// Eight characters: "0" for any digit, and anything else for itself.
+struct DatePattern {
+    consteval DatePattern(const char (&pattern)[9]) {  // NOLINT(google-explicit-constructor): a literal
+        for (unsigned i = 0; i < 8; ++i) {
+            characters |= std::uint64_t{static_cast<unsigned char>(pattern[i])} << 8 * i;
+            room |= std::uint64_t{pattern[i] == '0' ? 0x76U : 0x7FU} << 8 * i;
+        }
+    }
+
+    std::uint64_t characters = 0;
+    std::uint64_t room = 0;  ///< what can be added before a byte's top bit is set
+};
+
+/// @param text eight characters
+inline DateDigits readDateDigits(const char* text, DatePattern pattern) noexcept {
     if constexpr (std::endian::native != std::endian::little) return {};
     std::uint64_t bytes = 0;
-    std::uint64_t expected = 0;
     std::memcpy(&bytes, text, sizeof bytes);
-    std::memcpy(&expected, pattern, sizeof expected);
-    bytes ^= expected;  // digits become their numbers, everything else 0
-    std::uint64_t room = 0;
-    for (unsigned i = 0; i < sizeof room; ++i)
-        room |= std::uint64_t{pattern[i] == '0' ? 0x76U : 0x7FU} << 8 * i;  // to the byte's top bit
-    const bool match = (((bytes + room) | bytes) & 0x8080808080808080U) == 0;
+    bytes ^= pattern.characters;  // digits become their numbers, everything else 0
+    const bool match = (((bytes + pattern.room) | bytes) & 0x8080808080808080U) == 0;
     return {match, bytes * 10 + (bytes >> 8U)};
 }
 
