@@ -66,7 +66,7 @@ void DateTimeFields::setMonth(LONGLONG month) {
 void DateTimeFields::setYear(LONGLONG year) {
     static constexpr const char* operation = "SetYear(SHORT)";
     static constexpr Origin origin = originOf(operation);
-    if (year <= 99) year += localNow(origin).year / 100 * 100;
+    if (year <= 99) year += LONGLONG{localNow(origin).year / 100} * 100;
     if (year > lastYear) raise(origin, NkDtErrWertebereich);
     tm_year = static_cast<INT>(std::max<LONGLONG>(year - yearBase, std::numeric_limits<INT>::min()));
     checkYear(operation);
