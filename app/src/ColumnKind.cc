@@ -118,7 +118,8 @@ struct CharKind : KindOf<NkDtChar, CString> {
 };
 
 struct BoolKind : KindOf<NkDtBool, BOOL> {
-    static constexpr ColumnKind description{"NkDtBool", false, true, false, "BOOLEAN", "BOOLEAN", nullptr};
+    static constexpr ColumnKind description{"NkDtBool", false,   true,    false, "BOOLEAN",
+                                            "BOOLEAN",  nullptr, nullptr, true};
     static void bind(CDatabaseRecordset& rs, LPCTSTR column, Field& field) { rs.BindBool(column, field); }
     static void setSqlText(Value& value, const NkDtString& text) {
         if (text.GetLength() != 1) refuse(text);
@@ -128,11 +129,21 @@ struct BoolKind : KindOf<NkDtBool, BOOL> {
     static void checkExternal(const NkDtString& text) {
         if (text != "J" && text != "N") refuse(text);
     }
+    static void exchangeCheck(CDataExchange& exchange, int id, Value& value) {
+        DDX_NkDtTypCheck(&exchange, id, value);
+    }
     static const char* statedLoss(const Value& value, Representation representation) {
+        if (!value.IsDefined())
+            return representation == Representation::checkBox ? "it is never undefined" : nullptr;
         const bool keepsNumbers =
             representation == Representation::recordset || representation == Representation::archive;
-        if (keepsNumbers || !value.IsDefined() || value.IsFalse() || value == TRUE) return nullptr;
+        if (keepsNumbers || value.IsFalse() || value == TRUE) return nullptr;
         return "it knows true and false, and no other number";
+    }
+    static bool lacksNoMore(const Value& value, Representation representation, const Value* back) {
+        if (representation != Representation::checkBox) return true;
+        const BOOL isFalse = value.IsDefined() ? value.IsFalse() : TRUE;
+        return back != nullptr && back->IsDefined() && back->IsFalse() == isFalse;
     }
     static const char* compute(Value& value) {
         if (value.IsDefined()) value = value.IsFalse();
@@ -180,6 +191,7 @@ struct DecimalKind : KindOf<NkDtDecimal, CString> {
             case Representation::userText:
             case Representation::external:
             case Representation::archive:
+            case Representation::checkBox:
                 break;
         }
         return nullptr;
@@ -243,6 +255,7 @@ struct DoubleKind : KindOf<NkDtDouble, double> {
             case Representation::recordset:
             case Representation::archive:
             case Representation::record:
+            case Representation::checkBox:
                 break;
         }
         return nullptr;

@@ -16,11 +16,12 @@
 #include "nkdt/odbc/Odbc.h"
 #include "nkfo/NkFormat.h"
 #include "nkfw/Archive.h"
+#include "nkfw/DataExchange.h"
 
 namespace nkdt::app {
 
 /// The forms that a value can take and come back from.
-enum class Representation { text, userText, sqlLiteral, external, recordset, archive, record };
+enum class Representation { text, userText, sqlLiteral, external, recordset, archive, record, checkBox };
 
 struct ColumnKind;
 class ExactTotal;
@@ -64,6 +65,10 @@ class Cell {
     /// Takes the value of @p from, a cell of the same kind, through a `DEC` record. Only where the kind has
     /// records.
     virtual void takeThroughRecord(const Cell& from) = 0;
+    /// Exchanges the value with an edit control of a dialog.
+    virtual void exchangeEdit(CDataExchange& exchange, int id) = 0;
+    /// The same with a check box. Only where the kind has check boxes.
+    virtual void exchangeCheck(CDataExchange& exchange, int id) = 0;
 
     /// TRUE if both are undefined or both have the same value. The other cell is of the same kind.
     virtual bool equals(const Cell& other) const = 0;
@@ -89,6 +94,7 @@ struct ColumnKind {
     const char* otherType;                ///< the same in other databases
     std::unique_ptr<Cell> (*makeCell)();  ///< with the program's format, where the kind has one
     const char* shortName = nullptr;      ///< where it is not the class's name without "NkDt"
+    bool checkBox = false;                ///< a dialog shows it as a check box
 
     const char* declaredType(CDatabase::Dbms dbms) const noexcept {
         return dbms == CDatabase::sqlite ? sqliteType : otherType;

@@ -62,11 +62,23 @@ struct CompareOptions {
 };
 int compare(const CompareOptions& options, Console& console);
 
+/// Changes one row, in a dialog or as the settings say.
+struct EditOptions {
+    std::string database;
+    std::string table;
+    std::string key;
+    std::vector<std::string> settings;  ///< COLUMN=TEXT; empty: the dialog
+    Selection selection;
+};
+int edit(const EditOptions& options, Console& console);
+
 /// Makes a sample database and takes one row down the whole road.
 struct DemoOptions {
     std::string database;  ///< empty: one that is gone at the end
     LONGLONG rows = 0;     ///< rows to add to the sample ones
     bool plain = false;    ///< decimals without the German format
+    bool dialog = false;   ///< a person fills the dialog in, if there is a display
+    std::string picture;   ///< the file that the dialog's picture is written to; empty: none
 };
 int demo(const DemoOptions& options, Console& console);
 

@@ -1,6 +1,7 @@
 #include "DateKinds.h"
 
 #include <array>
+#include <charconv>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -119,6 +120,7 @@ struct DateKind : AnyDateKind<NkDtDateZp> {
             case Representation::external:
             case Representation::recordset:
             case Representation::record:
+            case Representation::checkBox:
                 break;
         }
         return nullptr;
@@ -187,7 +189,12 @@ struct DurationKind : CalendarKind<NkDtTime, LONG> {
     static constexpr long ticksOfHundredth = 12;
     static constexpr LONG mostHoursOfText = 1789568;
 
-    static long ticksOf(const Value& value) { return NkDtLong(value.ConvToSQL()).GetValue(); }
+    static long ticksOf(const Value& value) {
+        const NkDtString text = value.ConvToSQL();
+        long ticks = 0;
+        (void)std::from_chars(text.GetValue(), text.GetValue() + text.GetLength(), ticks);
+        return ticks;
+    }
     static bool isBeyondTexts(const Value& value) {
         return value.GetHour() > mostHoursOfText || value.GetHour() < -mostHoursOfText;
     }
@@ -206,6 +213,7 @@ struct DurationKind : CalendarKind<NkDtTime, LONG> {
             case Representation::recordset:
             case Representation::archive:
             case Representation::record:
+            case Representation::checkBox:
                 break;
         }
         return 1;

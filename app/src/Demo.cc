@@ -1,16 +1,19 @@
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <optional>
-#include <utility>
+#include <string_view>
 
 #include "Commands.h"
 #include "Error.h"
 #include "RoundTrip.h"
+#include "RowForm.h"
 #include "SampleTable.h"
+#include "ScreenDialog.h"
 #include "SqlLiteral.h"
 #include "TemporaryFile.h"
 #include "Text.h"
@@ -84,8 +87,8 @@ class SampleDatabase {
 /// One row on its road. Every station takes the values from the one before.
 class Journey {
   public:
-    Journey(CDatabase& database, const CString& table, TableColumns& columns)
-        : m_database(database), m_table(table), m_columns(columns) {
+    Journey(CDatabase& database, const CString& table, TableColumns& columns, const DemoOptions& options)
+        : m_database(database), m_table(table), m_columns(columns), m_options(options) {
         for (const BoundColumn& column : columns.bound)
             m_next.push_back(makeCellFor(column));
     }
@@ -94,6 +97,7 @@ class Journey {
         readRow(rowFilter);
         station("read from the database",
                 [](Cell& cell) { return cell.kind().className + (" " + shown(cell)); });
+        passDialog();
         passThrough("user-interface text", Representation::userText,
                     [](Cell& cell) { return visible(cell.value().ConvToOFL()); });
         station("computation", [](Cell& cell) {
@@ -109,12 +113,33 @@ class Journey {
         writeAndReadBack();
     }
 
-    void print(std::ostream& out) {
-        TextTable({{"Station"}, {"Column"}, {"What the value is there"}}).writeAll(out, m_lines);
+    void print(std::ostream& out) const {
+        std::vector<TextTable::Row> lines;
+        std::string_view station;
+        for (const Line& line : m_lines) {
+            lines.push_back({line.station == station ? "" : line.station, line.column, line.text});
+            station = line.station;
+        }
+        TextTable({{"Station"}, {"Column"}, {"What the value is there"}}).writeAll(out, lines);
         out << "\nThe row was written with\n  " << visible(m_statement) << '\n';
     }
 
+    /// One of the values alone.
+    void printAmount(std::ostream& out) const {
+        std::vector<TextTable::Row> lines;
+        for (const Line& line : m_lines) {
+            if (line.column == sampleAmount) lines.push_back({line.station, line.text});
+        }
+        TextTable({{"Station"}, {std::string("What ") + sampleAmount + " is there"}}).writeAll(out, lines);
+    }
+
   private:
+    struct Line {
+        std::string station;
+        std::string column;
+        std::string text;
+    };
+
     void readRow(const char* filter) {
         Selection one;
         one.filter = filter;
@@ -124,15 +149,61 @@ class Journey {
 
     template <class Show>
     void station(const char* name, Show&& show) {
-        std::string title = name;
         for (BoundColumn& column : m_columns.bound)
-            m_lines.push_back({std::exchange(title, ""), column.name, show(*column.cell)});
+            m_lines.push_back({name, column.name, show(*column.cell)});
+    }
+
+    /// The row in a dialog, where one amount is corrected: by a person, or in a person's place.
+    void passDialog() {
+        RowForm form(m_columns.bound);
+        const bool byPerson = m_options.dialog && hasDisplay();
+        std::unique_ptr<ScreenDialog> screen;
+        std::unique_ptr<RowDialog> memory;
+        if (hasScreenDialogs()) {
+            screen = makeScreenDialog(form.fields(), m_table, byPerson ? Screen::display : Screen::offScreen);
+        } else {
+            memory = makeMemoryDialog(form.fields());
+        }
+        RowDialog& dialog = screen != nullptr ? *screen : *memory;
+        form.load(dialog);
+        const std::vector<std::string> loaded = shownTexts(form, dialog);
+        bool saved = false;
+        if (byPerson) {
+            saved = screen->run(form, [] { return CString(); });
+        } else {
+            correctAmount(form, dialog);
+        }
+        if (!m_options.picture.empty()) screen->savePicture(m_options.picture);
+        if (!byPerson) saved = form.save(dialog).empty();
+        if (!saved && !byPerson) throw DataError("the dialog refuses the amount");
+
+        const std::vector<std::string> shown = saved ? shownTexts(form, dialog) : loaded;
+        for (std::size_t i = 0; i < loaded.size(); ++i) {
+            m_lines.push_back({"dialog", m_columns.bound[i].name,
+                               shown[i] == loaded[i] ? shown[i] : loaded[i] + ", entered " + shown[i]});
+        }
+    }
+
+    std::vector<std::string> shownTexts(const RowForm& form, RowDialog& dialog) const {
+        std::vector<std::string> texts;
+        for (std::size_t i = 0; i < m_columns.bound.size(); ++i)
+            texts.push_back(visible(form.shownText(dialog, i).View()));
+        return texts;
+    }
+
+    void correctAmount(const RowForm& form, RowDialog& dialog) const {
+        const auto& bound = m_columns.bound;
+        const auto amount =
+            std::find_if(bound.begin(), bound.end(), [](const auto& c) { return c.name == sampleAmount; });
+        const std::unique_ptr<Cell> corrected = makeCellFor(*amount);
+        corrected->setText(sampleNewAmount);
+        (void)form.enter(dialog, static_cast<std::size_t>(amount - bound.begin()),
+                         corrected->value().ConvToOFL());
     }
 
     // A value that the representation cannot hold, as it says itself, goes on as it was.
     template <class Show>
     void passThrough(const char* name, Representation representation, Show&& show) {
-        std::string title = name;
         for (std::size_t i = 0; i < m_next.size(); ++i) {
             BoundColumn& column = m_columns.bound[i];
             for (const Road& road : roadsOf(*column.kind)) {
@@ -148,17 +219,17 @@ class Journey {
                 } else {
                     column.cell->value().Assign(m_next[i]->value());
                 }
-                m_lines.push_back({std::exchange(title, ""), column.name, text});
+                m_lines.push_back({name, column.name, text});
+                break;
             }
         }
     }
 
     // SQLite reads a bare number with 15 digits, and a text with all of them.
     CString databaseLiteral(const BoundColumn& column) const {
-        CString literal(column.cell->statementLiteral().GetValue());
         const bool apart = m_database.GetDbms() == CDatabase::sqlite && column.kind->decimal &&
                            column.cell->value().IsDefined();
-        return apart ? "'" + literal + "'" : literal;
+        return apart ? quotedLiteral(*column.cell) : CString(column.cell->statementLiteral().GetValue());
     }
 
     // The row is inserted with its literals and read through the recordset: the database has the last word.
@@ -229,14 +300,17 @@ class Journey {
     CDatabase& m_database;
     const CString& m_table;
     TableColumns& m_columns;
+    const DemoOptions& m_options;
     std::vector<std::unique_ptr<Cell>> m_next;
-    std::vector<TextTable::Row> m_lines;
+    std::vector<Line> m_lines;
     CString m_statement;
 };
 
 }  // namespace
 
 int demo(const DemoOptions& options, Console& console) {
+    if (!hasScreenDialogs() && (options.dialog || !options.picture.empty()))
+        throw UsageError("this nkdt was built without dialogs; --dialog and --picture need them");
     SampleDatabase sample(options.database);
     const CString table(sampleTableName);
     {
@@ -247,13 +321,15 @@ int demo(const DemoOptions& options, Console& console) {
     everything.plain = options.plain;
     everything.as.emplace_back(sampleDurations);
     TableColumns columns = columnsOf(sample.database(), table, everything);
-    Journey journey(sample.database(), table, columns);
+    Journey journey(sample.database(), table, columns, options);
     journey.travel(sampleRowFilter);
     sample.complete();
 
     console.out << "Table " << visible(table) << " in " << sample.name()
                 << "; one of its rows on its road:\n\n";
     journey.print(console.out);
+    console.out << "\nOne amount on its road:\n\n";
+    journey.printAmount(console.out);
     if (!columns.leftOut.empty()) console.out << "\nColumns that are left out:\n";
     for (const LeftOutColumn& column : columns.leftOut)
         console.out << "  " << column.name << " (" << column.type << "): " << column.reason << '\n';

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "Text.h"
+#include "nkcp/CodePage.h"
 #include "nkeh/NkEhBasis.h"
 #include "nkfw/Exception.h"
 
@@ -50,6 +51,20 @@ std::string takeCaughtText() {
         return "there is not enough memory";
     } catch (const std::exception& error) {
         return error.what();
+    }
+}
+
+CString takeCaughtReason() {
+    try {
+        throw;
+    } catch (NkEhBasis* caught) {
+        const std::unique_ptr<NkEhBasis> error(caught);
+        const LPCTSTR cause = error->GetCauseText();
+        return CString(*cause != '\0' ? cause : error->GetErrorText());
+    } catch (...) {
+        std::string text;
+        (void)nkcp::appendCp1252FromUtf8(takeCaughtText(), text, nkcp::Unmappable::bestFit);
+        return CString(std::string_view(text));
     }
 }
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "nkfw/String.h"
 #include "nkfw/Types.h"
 
 namespace nkdt::app {
@@ -31,6 +32,9 @@ class DataError : public std::runtime_error {
 /// To be called in a handler: the text of the caught exception with its cause, as one sentence in UTF-8. An
 /// exception of the library is released.
 std::string takeCaughtText();
+/// The same for a dialog: why the caught exception was thrown, without the errors that came of it, as a
+/// library text.
+CString takeCaughtReason();
 
 /// "row 5, column Name"
 std::string placeOf(LONGLONG row, std::string_view column);

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "ColumnKind.h"
+#include "nkdt/DialogExchange.h"
 
 namespace nkdt::app {
 
@@ -35,6 +36,7 @@ struct KindOf {
     static void checkExternal(const NkDtString&) {}
     static void giveFormat(Value&) {}
     static void takeThroughRecord(Value&, const Value&) { throw std::logic_error("no record"); }
+    static void exchangeCheck(CDataExchange&, int, Value&) { throw std::logic_error("no check box"); }
     static void addTo(ExactTotal&, const Value&) { throw std::logic_error("no total"); }
     static bool areSame(const Value& a, const Value& b) { return a == b; }
     static NkDtString comparedText(const Value& value) { return externalText(value); }
@@ -51,7 +53,10 @@ class CellOf final : public Cell {
 
     NkDtBasis& value() noexcept override { return m_value; }
     const NkDtBasis& value() const noexcept override { return m_value; }
-    const ColumnKind& kind() const noexcept override { return *findKind(Kind::description.className); }
+    const ColumnKind& kind() const noexcept override {
+        static const ColumnKind& listed = *findKind(Kind::description.className);
+        return listed;
+    }
 
     void bind(CDatabaseRecordset& rs, LPCTSTR column) override { Kind::bind(rs, column, m_field); }
     void fetch(CRecordset& rs) override { m_value.SetFromRecordSet(rs, m_field); }
@@ -87,6 +92,10 @@ class CellOf final : public Cell {
     void serialize(CArchive& ar) override { m_value.Serialize(ar); }
     void takeThroughRecord(const Cell& from) override {
         Kind::takeThroughRecord(m_value, static_cast<const CellOf&>(from).m_value);
+    }
+    void exchangeEdit(CDataExchange& exchange, int id) override { DDX_NkDtTyp(&exchange, id, m_value); }
+    void exchangeCheck(CDataExchange& exchange, int id) override {
+        Kind::exchangeCheck(exchange, id, m_value);
     }
 
     bool equals(const Cell& other) const override {

@@ -31,15 +31,21 @@ CLI::Validator wholeNumberFrom(LONGLONG least) {
     return CLI::Validator(check, "");
 }
 
+/// An option that can be given several times.
+CLI::Option* addRepeated(CLI::App& app, const std::string& name, std::vector<std::string>& values,
+                         const std::string& typeName, const std::string& help) {
+    return app.add_option(name, values, help)->type_name(typeName)->take_all()->expected(1);
+}
+
+void addAs(CLI::App& app, std::vector<std::string>& as) {
+    addRepeated(app, "--as", as, "COLUMN=TYPE",
+                "Bind a column as " + kindNames() + ", whatever its declared type");
+}
+
 void addSelection(CLI::App& app, Selection& selection, bool withRows) {
-    app.add_option("--columns", selection.columns, "The columns, in this order, separated by commas")
-        ->type_name("NAMES")
-        ->take_all()
-        ->expected(1);
-    app.add_option("--as", selection.as, "Bind a column as " + kindNames() + ", whatever its declared type")
-        ->type_name("COLUMN=TYPE")
-        ->take_all()
-        ->expected(1);
+    addRepeated(app, "--columns", selection.columns, "NAMES",
+                "The columns, in this order, separated by commas");
+    addAs(app, selection.as);
     if (!withRows) return;
     app.add_option("--where", selection.filter, "Only the rows that meet a condition of SQL")
         ->type_name("SQL");
@@ -120,10 +126,7 @@ void addImport(CLI::App& program, Command& command) {
     addFormat(app, options->format);
     app.add_option("--input", options->input, "The file, as export wrote it")->required()->type_name("FILE");
     app.add_flag("--create", options->create, "Make the table first");
-    app.add_option("--as", options->as, "Bind a column of the table as " + kindNames())
-        ->type_name("COLUMN=TYPE")
-        ->take_all()
-        ->expected(1);
+    addAs(app, options->as);
     app.callback([&command, options] {
         command = [options](Console& console) { return importTable(*options, console); };
     });
@@ -143,6 +146,22 @@ void addCompare(CLI::App& program, Command& command) {
     });
 }
 
+void addEdit(CLI::App& program, Command& command) {
+    CLI::App& app = *program.add_subcommand("edit", "Change one row in a dialog");
+    const auto options = std::make_shared<EditOptions>();
+    app.add_option("DB", options->database, databaseHelp)->required()->type_name("");
+    app.add_option("TABLE", options->table, "A table with a primary key of one column")
+        ->required()
+        ->type_name("");
+    app.add_option("KEY", options->key, "The row's key, as show prints it")->required()->type_name("");
+    addRepeated(app, "--set", options->settings, "COLUMN=TEXT",
+                "Without a dialog: set a column to what the text says; nothing changes if one is refused");
+    addLook(app, options->selection.plain);
+    addAs(app, options->selection.as);
+    app.callback(
+        [&command, options] { command = [options](Console& console) { return edit(*options, console); }; });
+}
+
 void addDemo(CLI::App& program, Command& command) {
     CLI::App& app =
         *program.add_subcommand("demo", "Make a sample database and take one row down the whole road");
@@ -154,6 +173,8 @@ void addDemo(CLI::App& program, Command& command) {
     app.add_option("--rows", options->rows, "Add so many rows to the sample ones")
         ->check(wholeNumberFrom(0))
         ->type_name("N");
+    app.add_flag("--dialog", options->dialog, "Let a person fill the dialog in, where there is a display");
+    app.add_option("--picture", options->picture, "Write a picture of the dialog, as PNG")->type_name("FILE");
     app.callback(
         [&command, options] { command = [options](Console& console) { return demo(*options, console); }; });
 }
@@ -186,6 +207,7 @@ int run(const std::vector<std::string>& arguments, Console& console) {
     addExport(program, command);
     addImport(program, command);
     addCompare(program, command);
+    addEdit(program, command);
     addDemo(program, command);
     const auto isCalled = [&](const CLI::App* known) { return known->check_name(arguments.front()); };
     const auto commands = program.get_subcommands([](CLI::App*) { return true; });

@@ -4,7 +4,9 @@
 #include "SqlLiteral.h"
 #include "Text.h"
 #include "nkfw/Archive.h"
+#include "nkfw/DataExchange.h"
 #include "nkfw/File.h"
+#include "nkfw/MemoryDialog.h"
 #include "nkfw/Recordset.h"
 
 namespace nkdt::app {
@@ -66,6 +68,40 @@ void throughRecord(Cell& from, Cell& to) {
     to.takeThroughRecord(from);
 }
 
+/// A dialog with a control of each kind.
+class Controls {
+  public:
+    enum Id : int { edit = 1, check };
+
+    Controls() {
+        m_dialog.AddEdit(edit);
+        m_dialog.AddCheck(check);
+    }
+    /// Loads a value into a control and saves the control into another value.
+    void pass(Cell& from, Cell& to, void (Cell::*exchange)(CDataExchange&, int), Id id) {
+        CDataExchange load(&m_dialog, FALSE);
+        (from.*exchange)(load, id);
+        CDataExchange save(&m_dialog, TRUE);
+        (to.*exchange)(save, id);
+    }
+
+  private:
+    CMemoryDialog m_dialog;
+};
+
+Controls& controls() {
+    static thread_local Controls controls;
+    return controls;
+}
+
+void throughEditControl(Cell& from, Cell& to) {
+    controls().pass(from, to, &Cell::exchangeEdit, Controls::edit);
+}
+
+void throughCheckBox(Cell& from, Cell& to) {
+    controls().pass(from, to, &Cell::exchangeCheck, Controls::check);
+}
+
 std::string shownValue(const Cell& cell) {
     return cell.value().IsDefined() ? "\"" + visible(cell.text().GetValue()) + "\"" : "undefined";
 }
@@ -80,34 +116,37 @@ const std::vector<Road>& roads() {
         {"external text", Representation::external, throughExtern},
         {"recordset field", Representation::recordset, throughRecordset},
         {"archive", Representation::archive, throughArchive},
+        {"edit control", Representation::userText, throughEditControl},
     };
     return all;
 }
 
 const std::vector<Road>& roadsOf(const ColumnKind& kind) {
-    static const std::vector<Road> withRecord = [] {
+    const auto with = [](const Road& road) {
         std::vector<Road> all = roads();
-        all.push_back({"DEC record", Representation::record, throughRecord});
+        all.push_back(road);
         return all;
-    }();
-    return kind.decimal ? withRecord : roads();
+    };
+    static const std::vector<Road> withRecord = with({"DEC record", Representation::record, throughRecord});
+    static const std::vector<Road> withCheckBox =
+        with({"check box", Representation::checkBox, throughCheckBox});
+    return kind.decimal ? withRecord : kind.checkBox ? withCheckBox : roads();
 }
 
 Arrival travel(const Road& road, Cell& from, Cell& back) {
-    Arrival arrival;
-    const Cell* arrived = nullptr;
     try {
         prepareReceiver(from, back);
         road.travel(from, back);
-        arrived = &back;
-        if (back.equals(from)) return arrival;
-        arrival = {Arrival::lost, "came back as " + shownValue(back)};
+        if (back.equals(from)) return {};
+        const char* const stated = from.statedLoss(road.representation, &back);
+        if (stated != nullptr) return {Arrival::notRepresentable, stated};
+        return {Arrival::lost, "came back as " + shownValue(back)};
     } catch (...) {
-        arrival = {Arrival::lost, takeCaughtText()};
+        const std::string text = takeCaughtText();
+        const char* const stated = from.statedLoss(road.representation, nullptr);
+        if (stated != nullptr) return {Arrival::notRepresentable, stated};
+        return {Arrival::lost, text};
     }
-    const char* const stated = from.statedLoss(road.representation, arrived);
-    if (stated != nullptr) arrival = {Arrival::notRepresentable, stated};
-    return arrival;
 }
 
 }  // namespace nkdt::app

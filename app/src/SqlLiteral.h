@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "ColumnKind.h"
+#include "nkfw/String.h"
 
 namespace nkdt::app {
 
@@ -25,5 +26,9 @@ SqlLiteral takeSqlLiteral(std::string_view& text);
 void setFromSqlLiteral(Cell& cell, const SqlLiteral& literal);
 /// The same for a literal of a statement that a database executes.
 void setFromStatementLiteral(Cell& cell, const SqlLiteral& literal);
+
+/// A defined value as a literal in apostrophes, which a database reads as a value of the column's own type,
+/// with all its digits.
+CString quotedLiteral(const Cell& cell);
 
 }  // namespace nkdt::app

@@ -122,7 +122,8 @@ TableColumns columnsOf(const CDatabase& database, const CString& table, const Se
         const ColumnKind* const kind =
             overridden != overrides.end() ? overridden->second : kindFor(column->nType);
         if (kind != nullptr) {
-            columns.bound.push_back({name, column->strName, kind, kind->makeCell()});
+            columns.bound.push_back(
+                {name, column->strName, kind, kind->makeCell(), column->fNullable != FALSE});
             if (selection.plain) columns.bound.back().cell->value().SetFormat(nullptr);
         } else {
             columns.leftOut.push_back({name, visible(column->strTypeName), "not bindable"});

@@ -34,6 +34,7 @@ struct BoundColumn {
     CString ansiName;
     const ColumnKind* kind;
     std::unique_ptr<Cell> cell;
+    bool nullable = true;  ///< false if the database promises that no value is undefined
 };
 using BoundColumns = std::vector<BoundColumn>;
 

@@ -31,7 +31,7 @@ void expectWrongCall(const Arguments& arguments, const std::string& reason) {
 TEST_F(Calls, ForHelpAndVersionAreGood) {
     const Outcome help = call({"--help"});
     EXPECT_EQ(help.status, 0);
-    for (const char* command : {"show", "check", "export", "import", "compare", "demo"})
+    for (const char* command : {"show", "check", "export", "import", "compare", "edit", "demo"})
         EXPECT_THAT(help.out, HasSubstr(command));
     EXPECT_THAT(help.err, IsEmpty());
     EXPECT_EQ(call({"export", "--help"}).status, 0);
@@ -46,6 +46,7 @@ TEST_F(Calls, WithoutWhatTheyNeedAreWrong) {
     expectWrongCall({"show"}, "DB");
     expectWrongCall({"show", database}, "TABLE");
     expectWrongCall({"check", database}, "TABLE");
+    expectWrongCall({"edit", database, "Kunden"}, "KEY");
     expectWrongCall({"export", database, "Kunden", "--format", "extern"}, "--output");
     expectWrongCall({"import", database, "Kunden", "--input", "x"}, "--format");
 }

@@ -117,6 +117,29 @@ TEST(Roads, StateThatTextsOfATruthValueHoldNoOtherNumber) {
     }
 }
 
+TEST(Roads, TakeTruthValuesThroughACheckBoxThatIsNeverUndefined) {
+    const Road& road = nkdt::app::roadsOf(*nkdt::app::findKind("NkDtBool")).back();
+    ASSERT_EQ(road.representation, Representation::checkBox);
+    EXPECT_EQ(travelled(road, "NkDtBool", "Ja").outcome, Arrival::survived);
+    EXPECT_EQ(travelled(road, "NkDtBool", "Nein").outcome, Arrival::survived);
+    const Arrival undefined = travelled(road, "NkDtBool", NkDtString(NkDtWmNull));
+    EXPECT_EQ(undefined.outcome, Arrival::notRepresentable);
+    EXPECT_EQ(undefined.reason, "it is never undefined");
+    const auto from = nkdt::app::findKind("NkDtBool")->makeCell();
+    const auto back = nkdt::app::findKind("NkDtBool")->makeCell();
+    from->value().Assign(NkDtBool(5));
+    EXPECT_EQ(nkdt::app::travel(road, *from, *back).outcome, Arrival::notRepresentable);
+    EXPECT_TRUE(static_cast<const NkDtBool&>(back->value()) == TRUE);
+    EXPECT_EQ(nkdt::app::roadsOf(*nkdt::app::findKind("NkDtLong")).back().name, std::string("edit control"));
+}
+
+TEST(Roads, ExcuseNoCheckBoxThatTurnsATruthValueRound) {
+    const Road wrong{"broken box", Representation::checkBox,
+                     [](Cell&, Cell& to) { to.value().Assign(NkDtBool(TRUE)); }};
+    EXPECT_EQ(travelled(wrong, "NkDtBool", "Nein").outcome, Arrival::lost);
+    EXPECT_EQ(travelled(wrong, "NkDtBool", NkDtString(NkDtWmNull)).outcome, Arrival::lost);
+}
+
 TEST(Roads, LoseAValueThatComesBackAsAnother) {
     const Road wrong{"detour", Representation::text, [](Cell&, Cell& to) { to.setText("43"); }};
     const Arrival arrival = travelled(wrong, "NkDtLong", "42");
@@ -152,7 +175,7 @@ TEST_P(Check, CountsValuesPerColumnAndNamesTheOthers) {
     execute(
         "INSERT INTO \"Waren\" VALUES (1, -5, 'Müller''s', 1, '1', '2004-03-05', NULL), (NULL, NULL, NULL, "
         "NULL, NULL, NULL, NULL), (-2147483648, 32767, 'a\nb', 0, '0', '1753-01-01', NULL)");
-    const Outcome outcome = check({"--strict"});
+    const Outcome outcome = check();
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.err, IsEmpty());
     EXPECT_EQ(outcome.out,
@@ -164,11 +187,14 @@ TEST_P(Check, CountsValuesPerColumnAndNamesTheOthers) {
               "Stück   NkDtShort          3          1         3                  0     0\n"
               "Name    NkDtString         3          1         3                  0     0\n"
               "Preis   NkDtDecimal        3          1         3                  0     0\n"
-              "Neu     NkDtBool           3          1         3                  0     0\n"
+              "Neu     NkDtBool           3          1         2                  1     0\n"
               "Am      NkDtDateZp         3          1         3                  0     0\n"
               "Um      not bindable\n"
+              "Not representable: column Neu, 1 value as check box: it is never undefined\n"
               "Total: column Preis, 1,00\n"
               "\n");
+    EXPECT_EQ(check({"--strict"}).status, 1);
+    EXPECT_EQ(check({"--strict", "--columns", "Nummer,Stück,Name,Preis,Am"}).status, 0);
 }
 
 TEST_P(Check, NamesWhatIsNotRepresentableAndFailsForItOnlyWhenStrict) {
@@ -179,6 +205,7 @@ TEST_P(Check, NamesWhatIsNotRepresentableAndFailsForItOnlyWhenStrict) {
                 HasSubstr("Name    NkDtString       3          0         1                  2     0\n"));
     EXPECT_THAT(outcome.out, HasSubstr("Not representable: column Name, 2 values as SQL literal: "));
     EXPECT_THAT(outcome.out, HasSubstr("Not representable: column Name, 2 values as user-interface text: "));
+    EXPECT_THAT(outcome.out, HasSubstr("Not representable: column Name, 2 values as edit control: "));
     EXPECT_EQ(check({"--columns", "Name", "--strict"}).status, 1);
 }
 
@@ -193,6 +220,36 @@ TEST_P(Check, TellsEachValueThatCannotBeReadAndGoesOn) {
     EXPECT_THAT(outcome.out,
                 HasSubstr("Nummer  NkDtLong           3          0         3                  0     0\n"));
     EXPECT_EQ(check({"--best-fit"}).status, 0);
+}
+
+TEST_P(Check, TellsOfValuesInTheOrderOfTheRowsHoweverManyThereAre) {
+    constexpr int rows = 200;
+    for (int row = 1; row <= rows; ++row) {
+        const bool unreadable = row % 30 == 0;
+        execute("INSERT INTO \"Waren\" (\"Nummer\", \"Name\") VALUES (" + std::to_string(row) + ", " +
+                (unreadable ? character(0x4E2D) : "'x'") + ")");
+    }
+    const Outcome outcome = check({"--sort", "\"Nummer\""});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out,
+                HasSubstr("Name    NkDtString       200          0       194                  0     6\n"));
+    std::size_t place = 0;
+    for (const char* row :
+         {"Zeile 30,", "Zeile 60,", "Zeile 90,", "Zeile 120,", "Zeile 150,", "Zeile 180,"}) {
+        place = outcome.err.find(row, place);
+        ASSERT_NE(place, std::string::npos) << row << '\n' << outcome.err;
+    }
+}
+
+TEST_P(Check, TakesTextsOfAnyLength) {
+    for (const int length : {1, 100000, 2, 70000, 300000, 3})
+        execute("INSERT INTO \"Waren\" (\"Nummer\", \"Name\") VALUES (" + std::to_string(length) + ", '" +
+                std::string(static_cast<std::size_t>(length), 'x') + "')");
+    const Outcome outcome = check({"--strict", "--columns", "Nummer,Name"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("Table Waren, 6 rows"));
+    EXPECT_THAT(outcome.out,
+                HasSubstr("Name    NkDtString       6          0         6                  0     0\n"));
 }
 
 TEST_P(Check, TakesSeveralTables) {

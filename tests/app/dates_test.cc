@@ -113,7 +113,8 @@ TEST(RoadsOfDates, StateThatADateHasNoTimeOfDay) {
     EXPECT_EQ(troublesOfDate(date), (Names{"text: reading a date takes no time of day",
                                            "user-interface text: reading a date takes no time of day",
                                            "SQL literal: reading a date takes no time of day",
-                                           "archive: the archive of a date has no time of day"}));
+                                           "archive: the archive of a date has no time of day",
+                                           "edit control: reading a date takes no time of day"}));
 }
 
 TEST(RoadsOfDates, ExcuseNothingButTheSeconds) {
@@ -142,9 +143,9 @@ TEST(RoadsOfDurations, BringWholeMinutesBack) {
 }
 
 TEST(RoadsOfDurations, StateThatTextsHaveNoTicksBelowAMinute) {
-    const Names wanted{"text: it has no ticks below a minute",
-                       "user-interface text: it has no ticks below a minute",
-                       "external text: it has no ticks below a minute"};
+    const Names wanted{
+        "text: it has no ticks below a minute", "user-interface text: it has no ticks below a minute",
+        "external text: it has no ticks below a minute", "edit control: it has no ticks below a minute"};
     for (const LONG ticks : {1, -1, 19, 15, 1201, -1805, -90})
         EXPECT_EQ(troublesOfTicks(ticks), wanted) << ticks;
 }
@@ -161,14 +162,18 @@ TEST(RoadsOfDurations, StateWhichHoursATextTakes) {
     EXPECT_EQ(troublesOfTicks(-2147483640), Names{"text: reading a text takes 1789568 hours"});
     EXPECT_EQ(troublesOfTicks(2147483647), (Names{"text: reading a text takes 1789568 hours",
                                                   "user-interface text: it has no ticks below a minute",
-                                                  "external text: it has no ticks below a minute"}));
-    EXPECT_EQ(troublesOfTicks(-2147483647 - 1).size(), 3U);
+                                                  "external text: it has no ticks below a minute",
+                                                  "edit control: it has no ticks below a minute"}));
+    EXPECT_EQ(troublesOfTicks(-2147483647 - 1).size(), 4U);
 }
 
 TEST(RoadsOfDurations, StateThatTextAloneKeepsTheTimeMode) {
-    const Names wanted{"user-interface text: it has no time mode", "SQL literal: it has no time mode",
-                       "external text: it has no time mode", "recordset field: it has no time mode",
-                       "archive: it has no time mode"};
+    const Names wanted{"user-interface text: it has no time mode",
+                       "SQL literal: it has no time mode",
+                       "external text: it has no time mode",
+                       "recordset field: it has no time mode",
+                       "archive: it has no time mode",
+                       "edit control: it has no time mode"};
     EXPECT_EQ(troublesOfTicks(1800, NkDtTime::Hundredths), wanted);
     EXPECT_EQ(troublesOfTicks(2400, NkDtTime::HoursOnly), wanted);
     EXPECT_EQ(troublesOfTicks(1806, NkDtTime::Hundredths).front(),

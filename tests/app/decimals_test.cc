@@ -97,11 +97,11 @@ TEST(RoadsOfDecimals, StateThatReadingTakes28Digits) {
 TEST(RoadsOfDoubles, StateWhichDigitsAreMissing) {
     for (const double number : {0.0, 1.0, -2.5, 0.25, 99.99, 1e15, 1e20, -123456789.01})
         EXPECT_EQ(doubleTroubles(number), Names()) << number;
-    EXPECT_EQ(doubleTroubles(0.125), Names{"user-interface text"});
-    EXPECT_EQ(doubleTroubles(1.5e-7), Names{"user-interface text"});
-    EXPECT_EQ(doubleTroubles(1.0 / 3), (Names{"text", "user-interface text", "SQL literal"}));
+    EXPECT_EQ(doubleTroubles(0.125), (Names{"user-interface text", "edit control"}));
+    EXPECT_EQ(doubleTroubles(1.5e-7), (Names{"user-interface text", "edit control"}));
+    EXPECT_EQ(doubleTroubles(1.0 / 3), (Names{"text", "user-interface text", "SQL literal", "edit control"}));
     EXPECT_EQ(doubleTroubles(0.1 + 0.2),
-              (Names{"text", "user-interface text", "SQL literal", "external text"}));
+              (Names{"text", "user-interface text", "SQL literal", "external text", "edit control"}));
     EXPECT_EQ(doubleTroubles(9007199254740993.0 * 3), (Names{"text", "SQL literal", "external text"}));
     EXPECT_EQ(doubleTroubles(std::numeric_limits<double>::max()),
               (Names{"text", "SQL literal", "external text"}));

@@ -1,4 +1,5 @@
 #include "AppTest.h"
+#include "ScreenDialog.h"
 
 using namespace nktest;
 
@@ -16,8 +17,9 @@ TEST_F(Demo, TakesARowDownTheRoadAndBack) {
     const Outcome outcome = call({"demo", database});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.err, IsEmpty());
-    for (const char* station : {"read from the database", "user-interface text", "computation", "SQL literal",
-                                "external text", "archive", "recordset field", "back in the database"}) {
+    for (const char* station :
+         {"read from the database", "dialog", "user-interface text", "computation", "SQL literal",
+          "external text", "archive", "recordset field", "back in the database"}) {
         EXPECT_THAT(outcome.out, HasSubstr(std::string("\n") + station));
     }
     EXPECT_THAT(outcome.out, HasSubstr("'Müllers \"Größe\" O''Neill & Söhne'"));
@@ -39,6 +41,50 @@ TEST_F(Demo, TakesARowDownTheRoadAndBack) {
     EXPECT_THAT(outcome.out, HasSubstr("\"T004500\" (not representable: it has no sign below one hour)"));
     EXPECT_THAT(outcome.out, HasSubstr("'2000-03-29', '2000-03-01 01:30:00', -900)"));
     EXPECT_THAT(outcome.out, HasSubstr("Bild (BLOB): not bindable"));
+}
+
+TEST_F(Demo, TellsTheRoadOfOneAmountThatIsCorrectedInTheDialog) {
+    const Outcome outcome = call({"demo", database});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    const std::string story = outcome.out.substr(outcome.out.find("One amount on its road"));
+    std::size_t place = 0;
+    for (const char* line :
+         {"read from the database  NkDtDecimal -9007199254740993\n",
+          "dialog                  -9.007.199.254.740.993,00, entered -9.007.199.254.740.990,00\n",
+          "computation             * 3 = -27021597764222970\n",
+          "SQL literal             -27021597764222970.00\n",
+          "external text           defined, 100, \"-2.702159776422297000E+016\"\n", "archive  ",
+          "DEC record              defined, 01000200A8FDFFFFFFFF7F250000, 14 bytes\n",
+          "back in the database    -27021597764222970\n"}) {
+        place = story.find(line, place);
+        ASSERT_NE(place, std::string::npos) << line << '\n' << story;
+    }
+    EXPECT_EQ(valueOf(database, "SELECT Bestandswert FROM Artikel WHERE Nummer = 1002"),
+              "-27021597764222970");
+}
+
+TEST_F(Demo, WritesThePictureOfTheDialogWhereItHasOne) {
+    const Outcome outcome = call({"demo", database, "--picture", folder.file("bild.png")});
+    if (!nkdt::app::hasScreenDialogs()) {
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_THAT(outcome.err, HasSubstr("without dialogs"));
+        return;
+    }
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_TRUE(contentOf(folder.file("bild.png")).starts_with("\x89PNG"));
+    const Outcome nowhere = call({"demo", folder.file("b.db"), "--picture", folder.file("fehlt/bild.png")});
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_THAT(nowhere.err, HasSubstr("fehlt/bild.png"));
+}
+
+TEST_F(Demo, EntersTheAmountItselfWhereNobodySeesTheDialog) {
+    if (programFile().empty()) GTEST_SKIP() << "NKDT_PROGRAM is not set";
+    if (!nkdt::app::hasScreenDialogs()) GTEST_SKIP() << "built without dialogs";
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        ASSERT_EQ(::unsetenv(name), 0);
+    const Outcome outcome = callProgram(folder, {"demo", database, "--dialog"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("entered -9.007.199.254.740.990,00"));
 }
 
 TEST_F(Demo, LeavesADatabaseThatTheOtherCommandsTake) {

@@ -69,6 +69,7 @@ INT EditControl::ReadText(LPTSTR pchBuffer, INT nMost) const {
 BOOL EditControl::WriteText(std::string_view text) {
     if (text.size() > static_cast<std::size_t>(m_edit->textLimit())) return FALSE;
     m_loaded = fromCp1252(text);
+    m_edit->makeRoomFor(m_loaded);
     m_edit->setText(m_loaded);
     m_edit->setCursorPosition(0);
     updateMark();

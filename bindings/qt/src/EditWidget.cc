@@ -13,6 +13,7 @@ namespace nkdt::qt {
 namespace {
 
 constexpr int narrowest = 3;
+constexpr int widestNumber = 40;  // a decimal with all its digits and separators
 
 // Digits that fit side by side: what the values of the class usually need.
 int charactersOf(NkDtTyps type) {
@@ -78,18 +79,26 @@ class EditWidget::Validator : public QValidator {
     EditWidget& m_edit;
 };
 
-EditWidget::EditWidget(NkDtTyps type, int textLimit) : m_characters(charactersOf(type)), m_textLimit(0) {
+EditWidget::EditWidget(NkDtTyps type, int textLimit)
+    : m_number(isNumber(type)), m_characters(charactersOf(type)), m_textLimit(0) {
     // The length is the validator's business: the widget's own limit would cut a text that is pasted.
     setMaxLength(std::numeric_limits<int>::max());
     setValidator(new Validator(*this));
     setTextLimit(textLimit);
-    if (isNumber(type)) setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    if (m_number) setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     // Texts use the room that there is.
     setSizePolicy(type == NkDtTypString ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 void EditWidget::setTextLimit(int limit) {
     m_textLimit = std::max(limit, 0);
+    updateGeometry();
+}
+
+void EditWidget::makeRoomFor(const QString& text) {
+    const int needed = static_cast<int>(std::min<qsizetype>(text.size(), widestNumber));
+    if (!m_number || needed <= m_characters) return;
+    m_characters = needed;
     updateGeometry();
 }
 

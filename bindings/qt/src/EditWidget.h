@@ -18,6 +18,8 @@ class EditWidget : public QLineEdit {
 
     int textLimit() const noexcept { return m_textLimit; }
     void setTextLimit(int limit);
+    /// Makes a number's control wide enough for this one, since one that is cut off reads as another.
+    void makeRoomFor(const QString& text);
     /// Replaces the text as a person would; the text stays if that is refused.
     void enter(const QString& text);
     /// Why the last input was refused.
@@ -29,6 +31,7 @@ class EditWidget : public QLineEdit {
   private:
     class Validator;
 
+    bool m_number;
     int m_characters;
     int m_textLimit;
     QString m_refusal;

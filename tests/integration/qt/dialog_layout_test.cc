@@ -105,6 +105,16 @@ TEST_F(QtLayout, WidthFollowsTheClassAndFitsItsText) {
     }
 }
 
+TEST_F(QtLayout, ANumberThatIsLongerThanUsualIsShownWhole) {
+    dDecimal = NkDtDecimal("-123456789012345678.9012345678");
+    dDouble = -1.7976931348623157e300;
+    dialog.UpdateData(FALSE);
+    show(dialog);
+    const QLineEdit& control = edit(dialog, kDecimal);
+    EXPECT_LT(control.fontMetrics().horizontalAdvance(control.text()) + 4, control.width());
+    EXPECT_LE(edit(dialog, kDouble).width(), dialog.GetDialog()->width()) << "there is an end to it";
+}
+
 TEST_F(QtLayout, NumbersStandAtTheRight) {
     for (int id = kLong; id <= kText; ++id) {
         const bool right = id == kLong || id == kShort || id == kDouble || id == kDecimal || id == kTime;
