@@ -10,16 +10,10 @@ namespace nkdt::calendar {
 
 namespace {
 
+using nkfw::isLeapYear;
+using nkfw::calendar::floorDiv;
+
 constexpr Origin origin = {".\\CalendarSteps.cc", "Kalender", "Jahr"};
-
-bool isLeapYear(LONGLONG year) noexcept {
-    return nkfw::isLeapYear(static_cast<int>(year % 400));
-}
-
-/// The quotient rounded down.
-constexpr LONGLONG floorDiv(LONGLONG n, LONGLONG divisor) noexcept {
-    return (n >= 0 ? n : n - (divisor - 1)) / divisor;
-}
 
 /// Leap years up to a year.
 constexpr LONGLONG leapYearsUpTo(LONGLONG year) noexcept {
@@ -33,7 +27,8 @@ constexpr LONGLONG daysUpTo(LONGLONG year) noexcept {
 
 /// The last year whose end lies before a count of such days.
 constexpr LONGLONG lastYearBefore(LONGLONG days) noexcept {
-    LONGLONG year = floorDiv(days * 400, 400 * 365 + 97);  // off by one at most
+    LONGLONG year =
+        floorDiv(days * nkfw::calendar::yearsOfEra, nkfw::calendar::daysOfEra);  // off by one at most
     while (daysUpTo(year) < days)
         ++year;
     while (daysUpTo(year) >= days)

@@ -37,40 +37,21 @@ struct ValuePart<NkDtDecimal> {
     static bool differ(const Decimal96& a, const Decimal96& b) { return NkDtDecimal_Imp::differ(a, b); }
 
     static Decimal96 toValue(const PlainNumber& number) {
-        switch (number.kind()) {
-            case PlainNumber::Kind::whole:
-                return Decimal96(number.whole());
-            case PlainNumber::Kind::unsignedWhole:
-                return Decimal96(number.unsignedWhole());
-            case PlainNumber::Kind::floating:
-                break;
-        }
-        NkDtDecimal_Imp::setHandlers();  // there may be no value yet
-        return Decimal96::from(number.floating());
+        return valueOf<Decimal96>(number, [](double floating) {
+            NkDtDecimal_Imp::setHandlers();  // there may be no value yet
+            return Decimal96::from(floating);
+        });
     }
 
     /// A divisor of 0 is the decimal's own error.
-    [[gnu::always_inline]] static Decimal96 compute(RealOperation operation, const Decimal96& a,
-                                                    const Decimal96& b, RealForm) {
-        switch (operation) {
-            case RealOperation::add:
-                return a + b;
-            case RealOperation::subtract:
-                return a - b;
-            case RealOperation::multiply:
-                return a * b;
-            case RealOperation::divide:
-                return a / b;
-            case RealOperation::remainder:
-                break;
-        }
-        return a % b;
+    static Decimal96 divide(RealOperation operation, const Decimal96& a, const Decimal96& b, RealForm) {
+        return operation == RealOperation::remainder ? a % b : a / b;
     }
 
     static Decimal96 computeFirst(RealOperation operation, const PlainNumber& a, const NkDtDecimal& b) {
         if (operation == RealOperation::divide) return divideFirst(a, b);
         if (isNeutral(b, operation)) return toValue(a);
-        return compute(operation, toValue(a), b.Stored(), formOf(a, true));
+        return compute<ValuePart>(operation, toValue(a), b.Stored(), formOf(a, true));
     }
 
     static NkDtDecimal taken(const NkDtDecimal& operand, RealOperation operation) {

@@ -29,7 +29,8 @@ constexpr Origin originOf(const char* operation) {
 
 constexpr SHORT hourOfNow = 32767;
 
-Fields build(LONGLONG day, LONGLONG month, LONGLONG year, LONGLONG hour, LONGLONG minute, LONGLONG second) {
+Fields build(LONGLONG day, LONGLONG month, LONGLONG year, LONGLONG hour = 0, LONGLONG minute = 0,
+             LONGLONG second = 0) {
     Fields fields;
     fields.setDate(day, month, year);
     fields.setTime(hour, minute, second);
@@ -131,10 +132,7 @@ NkDtDateTime::NkDtDateTime(time_t t) try : StoredValue(TRUE, NkDtWmDefault, Imp:
 }
 
 NkDtDateTime::NkDtDateTime(const NkDtShort& nDay, const NkDtShort& nMonth, const NkDtShort& nYear) try
-    : StoredValue(areDefined(nDay, nMonth, nYear), NkDtWmDefault,
-                  areDefined(nDay, nMonth, nYear)
-                      ? build(nDay.GetValue(), nMonth.GetValue(), nYear.GetValue(), 0, 0, 0)
-                      : Fields()) {
+    : StoredValue(areDefined(nDay, nMonth, nYear), NkDtWmDefault, buildOf(nDay, nMonth, nYear)) {
 } catch (...) {
     raiseReplacing(constructFromDateValues);
 }

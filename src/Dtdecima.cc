@@ -39,10 +39,6 @@ bool hasOtherIntegerPart(const Decimal96& number, const Decimal96& whole) {
     return number.truncate(0) != whole;
 }
 
-bool isValid(const COleCurrency& currency) {
-    return currency.GetStatus() == COleCurrency::valid;
-}
-
 }  // namespace
 
 NkDtDecimal::NkDtDecimal(NkDtWorkingMode eMode) : RealNumber(FALSE, eMode) {}

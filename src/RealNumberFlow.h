@@ -32,7 +32,7 @@ inline RealForm formOf(const PlainNumber& number, bool isFirst) noexcept {
 // with
 //   a whole number (`wholeComparisons`) and with a floating one (`floatingComparisons`);
 // - `toValue()`: a plain number as a stored value;
-// - `compute()`: the operation on two stored values, in the form that its errors tell;
+// - `divide()`: the quotient, or the rest, of two stored values, in the form that its errors tell;
 // - `computeFirst()`: the operation on a plain number and a value that is not missing; beside a null, which
 // is
 //   neutral in `*` and `/`, they give the plain number;
@@ -40,6 +40,41 @@ inline RealForm formOf(const PlainNumber& number, bool isFirst) noexcept {
 // - `related()`: whether a stored value and a plain number compare so;
 // - `alwaysModified`: whether adding in place raises the modified flag even when nothing changes;
 // - `text()`: a stored value's text, in a buffer of its type `Text`.
+
+/// A plain number as a stored value.
+/// @param fromDouble turns a floating one into it
+template <class Value, class FromDouble>
+Value valueOf(const PlainNumber& number, FromDouble&& fromDouble) {
+    switch (number.kind()) {
+        case PlainNumber::Kind::whole:
+            return static_cast<Value>(number.whole());
+        case PlainNumber::Kind::unsignedWhole:
+            return static_cast<Value>(number.unsignedWhole());
+        case PlainNumber::Kind::floating:
+            break;
+    }
+    return fromDouble(number.floating());
+}
+
+/// The operation on two stored values. Compiled into each caller, so that a sum asks for no call.
+template <class Part, class Value>
+[[gnu::always_inline]] inline Value compute(RealOperation operation, const Value& a, const Value& b,
+                                            RealForm form) {
+    switch (operation) {
+        case RealOperation::add:
+            return a + b;
+        case RealOperation::subtract:
+            return a - b;
+        case RealOperation::multiply:
+            return a * b;
+        default:
+            return Part::divide(operation, a, b, form);
+    }
+}
+
+inline bool isValid(const COleCurrency& currency) noexcept {
+    return currency.GetStatus() == COleCurrency::valid;
+}
 
 /// Whether the values compare so.
 template <class Value>
@@ -81,7 +116,7 @@ inline bool isNeutral(const NkDtBasis& value, RealOperation operation) {
 template <class Derived>
 Derived RealNumber<Derived>::Compute(const Derived& a, const Derived& b, Operation operation) {
     if (a.IsDefined() && b.IsDefined()) [[likely]]
-        return Derived(ValuePart<Derived>::compute(operation, a.Stored(), b.Stored(), RealForm::values));
+        return Derived(compute<ValuePart<Derived>>(operation, a.Stored(), b.Stored(), RealForm::values));
     return ComputeUndefined(a, b, operation);
 }
 
@@ -99,14 +134,14 @@ template <class Derived>
         case Outcome::compute:
             break;
     }
-    return Derived(Part::compute(operation, a.Stored(), b.Stored(), RealForm::values));
+    return Derived(compute<Part>(operation, a.Stored(), b.Stored(), RealForm::values));
 }
 
 template <class Derived>
 Derived RealNumber<Derived>::Compute(const Derived& a, const PlainNumber& b, Operation operation) {
     using Part = ValuePart<Derived>;
     if (a.IsMissing()) return Derived(NkDtWmDefault);
-    return Derived(Part::compute(operation, a.Stored(), Part::toValue(b), formOf(b, false)));
+    return Derived(compute<Part>(operation, a.Stored(), Part::toValue(b), formOf(b, false)));
 }
 
 template <class Derived>
@@ -122,8 +157,8 @@ Derived& RealNumber<Derived>::Accumulate(const Derived& r, Operation operation) 
     // The loop over a column: nothing is left to be noted beside the number.
     if (!Part::alwaysModified && this->IsModified() && this->IsDefined() && r.IsDefined()) [[likely]] {
         this->Replace(operation == Operation::add
-                          ? Part::compute(Operation::add, Stored(), r.Stored(), RealForm::values)
-                          : Part::compute(Operation::subtract, Stored(), r.Stored(), RealForm::values));
+                          ? compute<Part>(Operation::add, Stored(), r.Stored(), RealForm::values)
+                          : compute<Part>(Operation::subtract, Stored(), r.Stored(), RealForm::values));
         return Self();
     }
     return AccumulateAndNote(r, operation);
@@ -135,7 +170,7 @@ template <class Derived>
     const OperandState state(*this);
     if (decide(state, OperandState(r), Neutral::none) == Outcome::undefined) return Self();
     // Computed before anything changes: an error leaves the value and its flag alone.
-    const Value result = Part::compute(operation, Stored(), r.Stored(), RealForm::values);
+    const Value result = compute<Part>(operation, Stored(), r.Stored(), RealForm::values);
     if (Part::alwaysModified || (!this->IsModified() && result != Stored())) this->SetModified(TRUE);
     this->Replace(result);
     this->SetDefined(TRUE);
@@ -148,7 +183,7 @@ Derived& RealNumber<Derived>::Accumulate(const PlainNumber& n, Operation operati
     if (this->IsMissing()) return Self();
     const Value operand = Part::toValue(n);
     if (Part::alwaysModified || operand != Value{}) {
-        const Value result = Part::compute(operation, Stored(), operand, formOf(n, false));
+        const Value result = compute<Part>(operation, Stored(), operand, formOf(n, false));
         this->SetModified(TRUE);
         this->Replace(result);
     }

@@ -60,10 +60,16 @@ bool differ(const Value& a, const Value& b) {
 }
 
 template <class Derived>
+constexpr bool keepsEqual() noexcept {
+    if constexpr (requires { ValuePart<Derived>::keepsEqual; }) return ValuePart<Derived>::keepsEqual;
+    return false;
+}
+
+template <class Derived>
 void StoredValue<Derived>::Store(const Value& value) {
     if (differ<Derived>(m_imp->value, value)) {
         SetModified(TRUE);
-    } else if constexpr (requires { ValuePart<Derived>::keepsEqual; }) {
+    } else if constexpr (keepsEqual<Derived>()) {
         return;
     }
     m_imp->value = value;  // with what equality does not see: the sign of a zero, say

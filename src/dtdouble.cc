@@ -39,35 +39,18 @@ struct ValuePart<NkDtDouble> {
     static constexpr bool alwaysModified = true;
 
     static double toValue(const PlainNumber& number) {
-        switch (number.kind()) {
-            case PlainNumber::Kind::whole:
-                return static_cast<double>(number.whole());
-            case PlainNumber::Kind::unsignedWhole:
-                return static_cast<double>(number.unsignedWhole());
-            case PlainNumber::Kind::floating:
-                break;
-        }
-        return number.floating();
+        return valueOf<double>(number, [](double floating) { return floating; });
     }
 
-    static double compute(RealOperation operation, double a, double b, RealForm form) {
-        switch (operation) {
-            case RealOperation::add:
-                return a + b;
-            case RealOperation::subtract:
-                return a - b;
-            case RealOperation::multiply:
-                return a * b;
-            default:  // there is no remainder
-                break;
-        }
+    /// There is no remainder.
+    static double divide(RealOperation, double a, double b, RealForm form) {
         if (b == 0.0) raise(divisions[static_cast<unsigned char>(form)], NkDtErrDivisionDurchNull);
         return a / b;
     }
 
     static double computeFirst(RealOperation operation, const PlainNumber& a, const NkDtDouble& b) {
         if (isNeutral(b, operation)) return toValue(a);
-        return compute(operation, toValue(a), static_cast<double>(b), formOf(a, true));
+        return compute<ValuePart>(operation, toValue(a), static_cast<double>(b), formOf(a, true));
     }
 
     static NkDtDouble taken(const NkDtDouble& operand, RealOperation) { return operand; }
@@ -106,10 +89,6 @@ double readText(LPCTSTR psz) {
 template <class Value>
 double numberOf(const Value& value) {
     return value.IsDefined() ? static_cast<double>(value.GetValue()) : 0.0;
-}
-
-bool isValid(const COleCurrency& currency) {
-    return currency.GetStatus() == COleCurrency::valid;
 }
 
 }  // namespace

@@ -30,8 +30,7 @@ nkfw::LocalTime localNow(const Origin& origin) {
 // Fields
 
 bool DateTimeFields::isLeapYear() const noexcept {
-    // The calendar repeats every 400 years, which keeps a loaded year within an int.
-    return nkfw::isLeapYear(static_cast<int>(year() % 400));
+    return nkfw::isLeapYear(year());
 }
 
 void DateTimeFields::requireMonth() const {
@@ -44,7 +43,7 @@ namespace {
 
 /// Of a date whose month is one.
 INT daysOfMonth(const DateTimeFields& fields) noexcept {
-    return nkfw::daysInMonth(fields.isLeapYear() ? 2000 : 2001, fields.tm_mon + 1);
+    return nkfw::daysInMonth(fields.year(), fields.tm_mon + 1);
 }
 
 }  // namespace
@@ -290,16 +289,6 @@ bool takeFullTime(DateTimeFields& fields, std::string_view text) noexcept {
     return true;
 }
 
-/// Whether a text is in the form "TT.MM.JJJJ", whatever date it is.
-bool isFullDate(std::string_view text) noexcept {
-    constexpr std::size_t length = 10;
-    if (text.size() < length || (text.size() > length && text[length] != ' ')) return false;
-    for (const std::size_t place : {0U, 1U, 3U, 4U, 6U, 7U, 8U, 9U}) {
-        if (!isDigit(text[place])) return false;
-    }
-    return text[2] == '.' && text[5] == '.';
-}
-
 }  // namespace
 
 void NkDtDateTime_Imp::parseDate(Fields& fields, std::string_view text) {
@@ -307,7 +296,7 @@ void NkDtDateTime_Imp::parseDate(Fields& fields, std::string_view text) {
     if (takeFullDate(fields, text)) [[likely]]
         return;
     wrapped(origin, [&] {
-        const Separators separators = isFullDate(text) ? Separators{2, 5} : separatorsOf(text);
+        const Separators separators = separatorsOf(text);
         setParsedYear(fields, text, separators.second);
         fields.setMonth(dayOrMonth(text, separators.first + 1));
         fields.setDay(dayOrMonth(text, 0));

@@ -17,6 +17,8 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "Program.h"
@@ -132,6 +134,62 @@ inline bool hasTable(const std::string& target, const std::string& table) {
     CDatabase db;
     db.Open(target.c_str());
     return db.HasTable(ansi(table)) != FALSE;
+}
+
+/// The format of a file, and whether a table goes from SQLite to PostgreSQL and back, or the other way.
+using BetweenDatabases = testing::TestWithParam<std::tuple<const char*, bool>>;
+
+inline auto eachWayBetweenDatabases() {
+    return testing::Combine(testing::Values("extern", "sql", "archive"), testing::Bool());
+}
+
+inline std::string nameOfWay(const testing::TestParamInfo<std::tuple<const char*, bool>>& test) {
+    return std::string(std::get<0>(test.param)) +
+           (std::get<1>(test.param) ? "_FromSQLite" : "_FromPostgreSQL");
+}
+
+/// Takes the table `t`, whose rows its column `n` sorts, to the other database and back to the first one as
+/// `back`. All three are the same then, and every value survives in each.
+/// @param fill    makes the table in the first database
+/// @param kinds   options of all calls that bind columns
+/// @param counted what the comparison counts
+template <class Fill>
+void expectToComeOverAndBack(const std::tuple<const char*, bool>& way, Fill&& fill, const Arguments& kinds,
+                             const char* counted) {
+    const auto [format, fromSqlite] = way;
+    const TemporaryFolder folder;
+    const std::string postgresql = PostgresServer::instance()->connectionString();
+    const std::string sqlite = folder.file("a.db");
+    const std::string& source = fromSqlite ? sqlite : postgresql;
+    const std::string& target = fromSqlite ? postgresql : sqlite;
+    {
+        CDatabase server;
+        server.Open(postgresql.c_str());
+        server.ExecuteSQL("DROP SCHEMA public CASCADE; CREATE SCHEMA public");
+        CDatabase file;
+        file.Open(sqlite.c_str(), CDatabase::createMissing);
+        fill(fromSqlite ? file : server);
+    }
+    const std::string file = folder.file("t");
+    const auto bound = [&kinds](Arguments arguments) {
+        arguments.insert(arguments.end(), kinds.begin(), kinds.end());
+        return call(arguments);
+    };
+    const auto transfer = [&](const std::string& from, const std::string& to, const char* table) {
+        const Outcome exported =
+            bound({"export", from, "t", "--format", format, "--output", file, "--sort", "n"});
+        ASSERT_EQ(exported.status, 0) << exported.err;
+        const Outcome imported = call({"import", to, table, "--format", format, "--input", file, "--create"});
+        ASSERT_EQ(imported.status, 0) << imported.err;
+    };
+    transfer(source, target, "t");
+    transfer(target, source, "back");
+    for (const auto& [database, table] : {std::pair(target, "t"), std::pair(source, "back")}) {
+        const Outcome compared = bound({"compare", source, "t", database, table, "--sort", "n"});
+        EXPECT_EQ(compared.status, 0) << compared.err;
+        EXPECT_THAT(compared.out, HasSubstr(counted));
+        EXPECT_EQ(bound({"check", database, table}).status, 0);
+    }
 }
 
 }  // namespace nktest

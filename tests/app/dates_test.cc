@@ -402,56 +402,21 @@ INSTANTIATE_TEST_SUITE_P(Databases, Dates, testing::Values(CDatabase::sqlite, CD
 
 namespace {
 
-class DatesBetweenDatabases : public testing::TestWithParam<std::tuple<const char*, bool>> {};
+class DatesBetweenDatabases : public BetweenDatabases {};
 
 }  // namespace
 
 TEST_P(DatesBetweenDatabases, ComeOverAndBack) {
     if (PostgresServer::instance() == nullptr)
         GTEST_SKIP() << "PostgreSQL's server programs are not installed";
-    const TemporaryFolder folder;
-    const std::string format = std::get<0>(GetParam());
-    const bool fromSqlite = std::get<1>(GetParam());
-    const std::string postgresql = PostgresServer::instance()->connectionString();
-    const std::string sqlite = folder.file("a.db");
-    const std::string& source = fromSqlite ? sqlite : postgresql;
-    const std::string& target = fromSqlite ? postgresql : sqlite;
-    {
-        CDatabase db;
-        db.Open(postgresql.c_str());
-        db.ExecuteSQL("DROP SCHEMA public CASCADE; CREATE SCHEMA public");
-        CDatabase file;
-        file.Open(sqlite.c_str(), CDatabase::createMissing);
-        CDatabase& first = fromSqlite ? file : db;
-        first.ExecuteSQL("CREATE TABLE t (n INTEGER, a DATE, b TIMESTAMP, c INTEGER)");
-        first.ExecuteSQL(
+    const auto fill = [](CDatabase& db) {
+        db.ExecuteSQL("CREATE TABLE t (n INTEGER, a DATE, b TIMESTAMP, c INTEGER)");
+        db.ExecuteSQL(
             "INSERT INTO t VALUES (1, '2004-03-05', '2004-03-05 14:07:09.5', 1800), (2, '1753-01-01', "
             "'1753-01-01 00:00:00', -86400), (3, NULL, NULL, NULL), (4, '9999-12-31', '9999-12-31 23:59:59', "
             "0), (5, '2000-02-29', '2000-02-29', 20)");
-    }
-    const std::string file = folder.file("t");
-    const auto transfer = [&](const std::string& from, const std::string& to, const char* table) {
-        ASSERT_EQ(
-            call({"export", from, "t", "--as", "c=Time", "--format", format, "--output", file, "--sort", "n"})
-                .status,
-            0);
-        const Outcome imported = call({"import", to, table, "--format", format, "--input", file, "--create"});
-        ASSERT_EQ(imported.status, 0) << imported.err;
     };
-    transfer(source, target, "t");
-    transfer(target, source, "back");
-    for (const auto& [database, table] : {std::pair(target, "t"), std::pair(source, "back")}) {
-        const Outcome compared =
-            call({"compare", source, "t", database, table, "--as", "c=Time", "--sort", "n"});
-        EXPECT_EQ(compared.status, 0) << compared.err;
-        EXPECT_THAT(compared.out, HasSubstr("5 rows, 4 columns"));
-        EXPECT_EQ(call({"check", database, table, "--as", "c=Time"}).status, 0);
-    }
+    expectToComeOverAndBack(GetParam(), fill, {"--as", "c=Time"}, "5 rows, 4 columns");
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, DatesBetweenDatabases,
-                         testing::Combine(testing::Values("extern", "sql", "archive"), testing::Bool()),
-                         [](const auto& test) {
-                             return std::string(std::get<0>(test.param)) +
-                                    (std::get<1>(test.param) ? "_FromSQLite" : "_FromPostgreSQL");
-                         });
+INSTANTIATE_TEST_SUITE_P(Each, DatesBetweenDatabases, eachWayBetweenDatabases(), nameOfWay);

@@ -289,55 +289,24 @@ INSTANTIATE_TEST_SUITE_P(Databases, Numbers, testing::Values(CDatabase::sqlite, 
 
 namespace {
 
-class NumbersBetweenDatabases : public testing::TestWithParam<std::tuple<const char*, bool>> {};
+class NumbersBetweenDatabases : public BetweenDatabases {};
 
 }  // namespace
 
 TEST_P(NumbersBetweenDatabases, ComeOverAndBack) {
     if (PostgresServer::instance() == nullptr)
         GTEST_SKIP() << "PostgreSQL's server programs are not installed";
-    const TemporaryFolder folder;
-    const std::string format = std::get<0>(GetParam());
     const bool fromSqlite = std::get<1>(GetParam());
-    const std::string postgresql = PostgresServer::instance()->connectionString();
-    const std::string sqlite = folder.file("a.db");
-    const std::string& source = fromSqlite ? sqlite : postgresql;
-    const std::string& target = fromSqlite ? postgresql : sqlite;
-    {
-        CDatabase db;
-        db.Open(postgresql.c_str());
-        db.ExecuteSQL("DROP SCHEMA public CASCADE; CREATE SCHEMA public");
-        CDatabase file;
-        file.Open(sqlite.c_str(), CDatabase::createMissing);
-        CDatabase& first = fromSqlite ? file : db;
-        first.ExecuteSQL(
+    const auto fill = [fromSqlite](CDatabase& db) {
+        db.ExecuteSQL(
             fromSqlite ? "CREATE TABLE t (n INTEGER, a DECIMALTEXT(28,10), b NUMERIC(10,2), c BIGINT, d REAL)"
                        : "CREATE TABLE t (n INTEGER, a NUMERIC(28,10), b NUMERIC(10,2), c BIGINT, d FLOAT)");
-        first.ExecuteSQL(
+        db.ExecuteSQL(
             "INSERT INTO t VALUES (1, '-123456789012345678.9012345678', 99.50, 9223372036854775807, 0.1), "
-            "(2, "
-            "'5', 60.00, -9223372036854775807, -1e300), (3, NULL, NULL, NULL, NULL), (4, '0.0000000001', "
-            "-0.01, 0, 1.5e-7), (5, '0', 0, 5, 12345.678901234)");
-    }
-    const std::string file = folder.file("t");
-    const auto transfer = [&](const std::string& from, const std::string& to, const char* table) {
-        ASSERT_EQ(call({"export", from, "t", "--format", format, "--output", file, "--sort", "n"}).status, 0);
-        const Outcome imported = call({"import", to, table, "--format", format, "--input", file, "--create"});
-        ASSERT_EQ(imported.status, 0) << imported.err;
+            "(2, '5', 60.00, -9223372036854775807, -1e300), (3, NULL, NULL, NULL, NULL), "
+            "(4, '0.0000000001', -0.01, 0, 1.5e-7), (5, '0', 0, 5, 12345.678901234)");
     };
-    transfer(source, target, "t");
-    transfer(target, source, "back");
-    for (const auto& [database, table] : {std::pair(target, "t"), std::pair(source, "back")}) {
-        const Outcome compared = call({"compare", source, "t", database, table, "--sort", "n"});
-        EXPECT_EQ(compared.status, 0) << compared.err;
-        EXPECT_THAT(compared.out, HasSubstr("5 rows, 5 columns"));
-        EXPECT_EQ(call({"check", database, table}).status, 0);
-    }
+    expectToComeOverAndBack(GetParam(), fill, {}, "5 rows, 5 columns");
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, NumbersBetweenDatabases,
-                         testing::Combine(testing::Values("extern", "sql", "archive"), testing::Bool()),
-                         [](const auto& test) {
-                             return std::string(std::get<0>(test.param)) +
-                                    (std::get<1>(test.param) ? "_FromSQLite" : "_FromPostgreSQL");
-                         });
+INSTANTIATE_TEST_SUITE_P(Each, NumbersBetweenDatabases, eachWayBetweenDatabases(), nameOfWay);

@@ -36,18 +36,18 @@ struct CalendarDate {
 inline constexpr int daysBeforeMonth[13] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
 
 /// Divisible by 4 and not by 100, or divisible by 400.
-constexpr bool isLeapYear(int year) noexcept {
+constexpr bool isLeapYear(std::int64_t year) noexcept {
     return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
 }
 
 /// The length of a month, 28 to 31.
 /// @param month 1 to 12
-constexpr int daysInMonth(int year, int month) noexcept {
+constexpr int daysInMonth(std::int64_t year, int month) noexcept {
     return daysBeforeMonth[month] - daysBeforeMonth[month - 1] + (month == 2 && isLeapYear(year) ? 1 : 0);
 }
 
 /// True for a month from 1 to 12 and a day within it.
-constexpr bool isDate(int year, int month, int day) noexcept {
+constexpr bool isDate(std::int64_t year, int month, int day) noexcept {
     return month >= 1 && month <= 12 && day >= 1 && day <= daysInMonth(year, month);
 }
 
