@@ -48,10 +48,10 @@ NkDtString NkDtDateTime::MakeFormatString(USHORT usForm) const {
     return textValue(Imp::text(Stored(), usForm, text));
 }
 
-std::ostream& NkDtDateTime::Write(std::ostream& os, USHORT usForm) const {
+std::ostream& NkDtDateTime::Write(std::ostream& os, bool withTime) const {
     if (!IsDefined()) return os << std::string_view();
     Imp::Text text;
-    return os << Imp::text(Stored(), usForm, text);
+    return os << Imp::text(Stored(), withTime ? Imp::dateAndTime : Imp::date, text);
 }
 
 NkDtString NkDtDateTime::ConvToSQL(SQL_Language eLanguage) const {

@@ -446,18 +446,15 @@ class NKDT_API NkDtDateTime : public nkdt::StoredValue<NkDtDateTime> {
 
     /// Writes "DD.MM.YYYY hh:mm:ss"; nothing for an undefined value.
     friend std::ostream& operator<<(std::ostream& os, const NkDtDateTime& value) {
-        return value.Write(os, formDateTime);
+        return value.Write(os, true);
     }
 
   protected:
-    static constexpr USHORT formDateTime = 1101;
-    static constexpr USHORT formDate = 1102;
-
     /// The base state and the fields, with the time of day or without.
     void Serialize(CArchive& ar, bool withTime);
     /// The value moved by the duration, or an undefined one.
     NkDtDateTime Moved(const NkDtTime& t, bool forward) const;
-    std::ostream& Write(std::ostream& os, USHORT usForm) const;
+    std::ostream& Write(std::ostream& os, bool withTime) const;
 
   private:
     enum Comparison : unsigned char { less, greater, lessEqual, greaterEqual, equal, unequal };

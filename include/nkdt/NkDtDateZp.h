@@ -106,7 +106,7 @@ class NKDT_API NkDtDateZp : public NkDtDateTime {
 
     /// Writes "DD.MM.YYYY"; nothing for an undefined value.
     friend std::ostream& operator<<(std::ostream& os, const NkDtDateZp& value) {
-        return value.Write(os, formDate);
+        return value.Write(os, false);
     }
 
   private:

@@ -156,7 +156,8 @@ inline std::string nameOfWay(const testing::TestParamInfo<std::tuple<const char*
 template <class Fill>
 void expectToComeOverAndBack(const std::tuple<const char*, bool>& way, Fill&& fill, const Arguments& kinds,
                              const char* counted) {
-    const auto [format, fromSqlite] = way;
+    const char* const format = std::get<0>(way);
+    const bool fromSqlite = std::get<1>(way);
     const TemporaryFolder folder;
     const std::string postgresql = PostgresServer::instance()->connectionString();
     const std::string sqlite = folder.file("a.db");
