@@ -68,6 +68,14 @@ NkDtDateZp& NkDtDateZp::operator=(const NkDtDateZp& r) {
     return *this;
 }
 
+NkDtDateZp& NkDtDateZp::operator=(const COleDateTime& r) {
+    if (r.GetStatus() != COleDateTime::valid) {
+        Clear();  // a date built of it would be defined under default mode 2
+        return *this;
+    }
+    return *this = NkDtDateZp(NkDtDateTime(r));
+}
+
 void NkDtDateZp::Assign(const NkDtBasis& r) {
     static constexpr Origin origin = originOf("Assign(NkDtBasis&)");
     if (!r.IsKindOf(GetThisClass())) raise(origin, NkDtErrBasistypen);

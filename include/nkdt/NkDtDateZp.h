@@ -58,11 +58,12 @@ class NKDT_API NkDtDateZp : public NkDtDateTime {
     /// As the assignment of NkDtDateTime, with the time of day.
     NkDtDateZp& operator=(const NkDtDateZp& r);
     NkDtDateZp& operator=(NkDtDateZp&& r) {
+        if (!IsHusk()) return *this = static_cast<const NkDtDateZp&>(r);
         MoveFrom(r);
         return *this;
     }
     /// Takes the date of a valid one, without the time of day; undefined for any other.
-    NkDtDateZp& operator=(const COleDateTime& r) { return *this = NkDtDateZp(NkDtDateTime(r)); }
+    NkDtDateZp& operator=(const COleDateTime& r);
     /// Takes the date, without the time of day.
     template <class T, nkdt::If<nkdt::isKindOf<T, NkDtDateTime> && !nkdt::isKindOf<T, NkDtDateZp>> = 0>
     NkDtDateZp& operator=(const T& r) {

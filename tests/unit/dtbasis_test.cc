@@ -368,6 +368,9 @@ TEST(NkDtBasis, IsNotDefinedWhenAnArchiveSaysNeitherZeroNorOne) {
     Base value(TRUE, NkDtWmMissing);
     load(value, {2, 0, 0, 0});
     EXPECT_EQ(stateOf(value), "missing modified");
+    value.SetModified(FALSE);
+    value.Clear();  // there is nothing to undefine
+    EXPECT_EQ(stateOf(value), "missing");
 }
 
 TEST(NkDtBasis, LoadingFromATruncatedArchiveChangesNothing) {

@@ -4,10 +4,12 @@
 #include <nkdt/NkDtDateZp.h>
 #include <nkdt/NkDtLong.h>
 #include <nkdt/NkDtString.h>
+#include <nkeh/NkEhLogFile.h>
 #include <nkfw/OleDateTime.h>
 
 #include <ctime>
 #include <memory>
+#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -162,6 +164,23 @@ TEST(DateTimeObject, AnOleDateBefore1753IsRefusedByTheYearWhichIsStored) {
 }
 
 // --- Where the errors come from -----------------------------------------------------------------------
+
+TEST(DateTimeObject, LogsTheErrorThatWasFirstAndNoneThatReplacesIt) {
+    std::ostringstream written;
+    NkEhLogFile log(written);
+    NkEhLogFile::SetDefault(&log);
+    expectReplaced(NkDtErrMonat, [] { const D made(1, 13, 2004, 0, 0, 0); });
+    expectReplaced(NkDtErrInitialwert, [] { D(5, 3, 2004).SetDateTime("5. March"); });
+    NkEhLogFile::SetDefault(nullptr);
+    const std::string text = written.str();
+    EXPECT_EQ(text.find("Fehlernummer: 1\r\n"), std::string::npos) << text;
+    const std::size_t month = text.find("Fehlernummer: 26\r\n");
+    const std::size_t form = text.find("Fehlernummer: 5\r\n");
+    EXPECT_NE(month, std::string::npos) << text;
+    EXPECT_NE(form, std::string::npos) << text;
+    EXPECT_LT(month, form);
+    EXPECT_NE(text.find("Klasse: DtDateTime_Imp\r\n"), std::string::npos) << text;
+}
 
 TEST(DateTimeObject, NamesTheOperationInEveryError) {
     const NoonIn2023 noon;

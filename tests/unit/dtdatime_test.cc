@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 
 #include "DateTesting.h"
+#include "TextTesting.h"
 #include "ValueTesting.h"
 
 namespace {
@@ -240,6 +241,10 @@ TEST(NkDtDateTime, IsBuiltFromATimeOfTheSystemClockWithAllNineLocalFields) {
     EXPECT_EQ(describe(D(std::time_t{-1})), "01.01.1970 00:59:59 defined");
     const frameworktest::TimeZone west("WEST+8");
     EXPECT_EQ(describe(D(std::time_t{0})), "31.12.1969 16:00:00 defined");
+    for (const NkDtWorkingMode mode : kStoredModes) {
+        const DefaultMode scope(mode);
+        EXPECT_EQ(D(std::time_t{0}).GetWorkingMode(), mode);
+    }
 }
 
 TEST(NkDtDateTime, RefusesATimeOfTheSystemClockBeyondItsYears) {
@@ -334,6 +339,8 @@ TEST(NkDtDateTime, TakesTheBaseStateOfATextValue) {
     EXPECT_EQ(describe(D(NkDtString(NkDtWmNull))), "01.01.1900 00:00:00 null");
     EXPECT_EQ(describe(D(NkDtString(NkDtWmMissing), D::DateOnly)), "01.01.1900 00:00:00 missing");
     EXPECT_EQ(describe(D(NkDtString(NkDtWmDefined))), "01.01.1900 00:00:00 defined");
+    EXPECT_EQ(describe(D(undefinedWithText(NkDtWmNull, "05.03.2004 14:07"))), "01.01.1900 00:00:00 null");
+    EXPECT_EQ(describe(D(undefinedWithText(NkDtWmMissing, "x"))), "01.01.1900 00:00:00 missing");
 }
 
 // --- The text setters -----------------------------------------------------------------------------------

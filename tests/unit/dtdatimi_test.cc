@@ -222,6 +222,8 @@ TEST(DateTimeParser, ReadsDates) {
         {"01.02.20041 ", "01.02.2004 14:07:09"},  // four characters up to the blank count
         {"01.02.04 13:45", "01.02.2004 14:07:09"},
         {"01.02.00 0000", "01.02.2000 14:07:09"},
+        {"1.2.2004 ", "01.02.2004 14:07:09"},  // five characters behind the separator
+        {"01.02.04 12", "01.02.2004 14:07:09"},
         {"29.02.2004", "29.02.2004 14:07:09"},
         // both separators
         {"01.02/2004", "01.02.2004 14:07:09"},
@@ -240,6 +242,7 @@ TEST(DateTimeParser, RefusesOtherDatesWithTheFieldsSetSoFar) {
     constexpr Parse cases[] = {
         {"", kRefused},
         {"1.2.4", kRefused},        // five characters
+        {"01/04", kRefused},        // which would be 1 April otherwise
         {"01022004", kRefused},     // no separator
         {".02.2004", kRefused},     // at the start
         {"001.02.2004", kRefused},  // behind three digits

@@ -171,6 +171,11 @@ TEST(DateTimeDifference, BeyondTheTicksOfADurationIsRefused) {
     expectReplaced(NkDtErrWertebereich, [&] { static_cast<void>(early - late); });
     expectReplaced(NkDtErrWertebereich, [] { static_cast<void>(D(1, 6, 32767) - D(1, 6, 1753)); });
     EXPECT_EQ((D(1, 6, 2004) - D(1, 6, 1804)).GetHour(), (200 * 365 + 49) * 24);  // 1808 to 2004
+    const D first(1, 1, 1900);
+    EXPECT_EQ(show(D(26, 2, 2104, 9, 42, 0) - first), "2147483640:1 defined modified");
+    const ErrorPtr minute =
+        expectReplaced(NkDtErrWertebereich, [&] { static_cast<void>(D(26, 2, 2104, 9, 43, 0) - first); });
+    EXPECT_STREQ(minute->GetFunctionText(), "SetMin(LONG,TimeMode)");
 }
 
 TEST(DateTimeDifference, NeedsMonthsOfTheCalendar) {

@@ -186,6 +186,21 @@ TEST(DateTimeOfl, ShowsTheTimeOfDayUnlessItIsMidnight) {
     EXPECT_EQ(textOf(value), "05.03.2004 00:00:00");
 }
 
+TEST(DateTimeOfl, ReplacesAllNineFieldsButIsModifiedByTheSixAlone) {
+    std::tm time{};
+    time.tm_year = 104;
+    time.tm_mon = 2;
+    time.tm_mday = 5;
+    time.tm_hour = 14;
+    time.tm_min = 7;
+    time.tm_sec = 9;
+    D value(std::mktime(&time));  // with its day of the week and of the year
+    EXPECT_NE(allFieldsOf(value), "104 2 5 14 7 9 0 0 -1");
+    value.SetFromOFL("05.03.2004 14:07:09");
+    EXPECT_EQ(allFieldsOf(value), "104 2 5 14 7 9 0 0 -1");
+    EXPECT_EQ(stateOf(value), "defined");
+}
+
 TEST(DateTimeOfl, ReplacesWhatNoFormatShows) {
     for (const Stored& fields :
          {Stored{0, 0, 0, 2003, 12, 32}, Stored{0, 0, 0, 10000, 1, 1}, Stored{0, 0, 0, 1752, 1, 1},

@@ -156,6 +156,42 @@ TEST(NkDtDateZp, TakesTheDateAloneOfADateTime) {
     EXPECT_EQ(describe(value), "01.01.1900 00:00:00 null modified");
 }
 
+TEST(NkDtDateZp, IsClearedByAnOleDateThatIsNotValidWhateverTheDefaultMode) {
+    COleDateTime null;
+    null.SetStatus(COleDateTime::null);
+    for (const NkDtWorkingMode byDefault : kStoredModes) {
+        const DefaultMode scope(byDefault);
+        for (const COleDateTime& source : {COleDateTime(2003, 2, 29, 0, 0, 0), null}) {
+            Z missing = withTime(NkDtWmMissing);
+            missing = source;
+            EXPECT_EQ(describe(missing), "01.01.1900 00:00:00 missing modified");
+            Z always = withTime(NkDtWmDefined);
+            always = source;
+            EXPECT_EQ(describe(always), "01.01.1900 00:00:00 defined modified");
+        }
+    }
+}
+
+TEST(NkDtDateZp, AssignmentNamesItselfWhenItFails) {
+    // An application's date that may not be modified.
+    struct Locked : Z {
+        using Z::operator=;
+        Locked() : Z(5, 3, 2004) {}
+        void SetModified(BOOL) override { throw new NkDtExcep("", "", "", NkDtErrSonstiger, 0, FALSE); }
+    };
+    Locked value;
+    const Z other(6, 3, 2004);
+    const std::function<void()> assignments[] = {[&] { value = other; }, [&] { value = Z(other); }};
+    for (const std::function<void()>& assignment : assignments) {
+        const ErrorPtr error = expectReplaced(NkDtErrSonstiger, assignment);
+        EXPECT_STREQ(error->GetFunctionText(), "operator=(NkDtDateZp&)");
+        EXPECT_STREQ(error->GetClassText(), "NkDtDateZp");
+        EXPECT_EQ(describe(value), "05.03.2004 00:00:00 defined");
+    }
+    value = Z(5, 3, 2004);  // nothing is modified by an equal date
+    EXPECT_EQ(describe(value), "05.03.2004 00:00:00 defined");
+}
+
 TEST(NkDtDateZp, AssignRefusesADateTimeThoughThatTakesADate) {
     const D dateTime(5, 3, 2004);
     const NkDtLong number(5);

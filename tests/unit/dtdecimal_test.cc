@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "DecimalTesting.h"
+#include "TextTesting.h"
 
 namespace {
 
@@ -79,6 +80,13 @@ TEST(NkDtDecimalConstruction, FromOtherValuesTakesTheirStateAndTheirNumber) {
     EXPECT_EQ(describe(NkDtDecimal(NkDtString("1,000.5"))), "1000.5 defined");
     EXPECT_EQ(describe(NkDtDecimal(NkDtString(NkDtWmNull))), "0 null");
     expectError(NkDtErrFormatUnzulaessig, [] { const NkDtDecimal value(NkDtString("x")); });
+}
+
+TEST(NkDtDecimalConstruction, FromAnUndefinedTextIsZeroWhateverTheTextStores) {
+    for (const char* const stored : {"5", "x"}) {
+        EXPECT_EQ(describe(NkDtDecimal(undefinedWithText(NkDtWmMissing, stored))), "0 missing");
+        EXPECT_EQ(describe(NkDtDecimal(undefinedWithText(NkDtWmNull, stored))), "0 null");
+    }
 }
 
 TEST(NkDtDecimalConstruction, FromACurrencyHasFourPlacesAndIsDefinedOnlyIfItIsValid) {

@@ -113,6 +113,13 @@ TEST(DecimalFromText, PointAndSignInFrontDoNotCountAsDigits) {
                                 {"-" + nines(29), "error 11"}});
 }
 
+TEST(DecimalFromText, ASignBehindCommasAndBlanksDoesNotCountEither) {
+    expectRead(&Imp::fromText, {{" -" + nines(27), "-" + nines(27)},
+                                {",+" + nines(13) + "." + nines(14), nines(13) + "." + nines(14)},
+                                {" -" + nines(28), "error 11"},
+                                {"- " + nines(27), "-" + nines(27)}});
+}
+
 TEST(DecimalFromText, CommasAndBlanksCountAsDigits) {
     expectRead(&Imp::fromText, {{nines(27) + ",", nines(27)},
                                 {nines(28) + ",", "error 11"},
@@ -366,7 +373,9 @@ TEST(DecimalFromExtern, ShiftsThePointOfAnyMantissa) {
                                   {"0E+000", "0"},
                                   {"0E+999", "0"},
                                   {"0.00E+000", "0.00"},
-                                  {"-0E+000", "0"}});
+                                  {"-0E+000", "0"},
+                                  {std::string(37, '0') + "1E+000", "1"},
+                                  {std::string(38, '0') + "1E+000", "error 11"}});
 }
 
 TEST(DecimalFromExtern, WithoutAnEIsError18) {

@@ -220,6 +220,31 @@ TEST(NkDtDecimalCompound, WithAValueIsModifiedWhenTheNumberDiffers) {
     EXPECT_EQ(after(decimal("1.5"), [](auto& d) { d -= d; }), "0 defined modified");
 }
 
+/// Counts how often the flag is raised.
+class Watched : public NkDtDecimal {
+  public:
+    using NkDtDecimal::NkDtDecimal;
+    void SetModified(BOOL fModified) override {
+        ++raised;
+        NkDtDecimal::SetModified(fModified);
+    }
+    int raised = 0;
+};
+
+TEST(NkDtDecimalCompound, WithAValueRaisesAFlagThatIsDownOnly) {
+    Watched unmodified(NkDtWmNull);
+    unmodified += decimal("2");
+    EXPECT_EQ(unmodified.raised, 1);
+    Watched modified(NkDtWmNull);
+    modified.SetModified(TRUE);
+    modified.raised = 0;
+    modified += decimal("2");
+    EXPECT_EQ(describe(modified), "2 defined modified");
+    modified -= null;
+    EXPECT_EQ(describe(modified), "2 defined modified");
+    EXPECT_EQ(modified.raised, 0);
+}
+
 TEST(NkDtDecimalCompound, CountsUpAndDown) {
     EXPECT_EQ(after(decimal("1.5"), [](auto& d) { ++d; }), "2.5 defined modified");
     EXPECT_EQ(after(decimal("1.5"), [](auto& d) { d++; }), "2.5 defined modified");

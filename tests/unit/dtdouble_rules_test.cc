@@ -20,6 +20,7 @@
 #include <gtest/gtest.h>
 
 #include "DecimalTesting.h"
+#include "TextTesting.h"
 #include "ValueTesting.h"
 
 namespace {
@@ -61,6 +62,8 @@ TEST(NkDtDoubleFromText, ReadsNoNumberIntoAnUndefinedValue) {
     for (const NkDtWorkingMode mode : {NkDtWmMissing, NkDtWmNull}) {
         errno = ERANGE;  // nothing is read that could fail
         EXPECT_EQ(NkDtDouble(NkDtString(mode)).IsDefined(), FALSE);
+        EXPECT_EQ(describe(NkDtDouble(undefinedWithText(mode, "5x"))),
+                  mode == NkDtWmNull ? "0 null" : "0 missing");
         errno = 0;
     }
 }

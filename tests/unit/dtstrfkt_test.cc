@@ -88,6 +88,14 @@ TEST(NkDtStringSetFromSQL, MakesAnUndefinedTextDefinedAndModified) {
     }
 }
 
+TEST(NkDtStringSetFromSQL, IsNotModifiedByTheDefinednessAlone) {
+    for (const NkDtWorkingMode mode : {NkDtWmMissing, NkDtWmNull}) {
+        NkDtString text = undefinedWithText(mode, "abc");
+        text.SetFromSQL("abc", 3);
+        EXPECT_EQ(describe(text), "'abc' 3/3 defined");
+    }
+}
+
 TEST(NkDtStringSetFromSQL, KeepsAFlagThatWasSet) {
     NkDtString text("ab");
     text.SetModified(TRUE);

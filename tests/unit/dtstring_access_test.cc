@@ -135,6 +135,16 @@ TEST(NkDtStringGetnValue, GivesADefinedEmptyTextForANullWhateverThePosition) {
     EXPECT_EQ(describe(NkDtString(NkDtWmNull).GetnValue(-1, -1)), "'' 0/0 defined");
 }
 
+TEST(NkDtStringGetnValue, AsksForThePositionInATextUndefinedInModeTwo) {
+    EXPECT_EQ(describe(undefinedInModeTwo().GetnValue(0, 0)), "'' 0/0 defined");
+    expectError(NkDtErrStringindex, [] { undefinedInModeTwo().GetnValue(0, 1); });
+    NkDtString text = undefinedWithText(NkDtWmNull, "abc");
+    const DefaultMode scope(NkDtWmDefined);
+    text.SetWorkingMode(NkDtWmDefault);  // leaves it undefined
+    EXPECT_EQ(describe(text.GetnValue(1, 2)), "'bc' 2/2 defined");
+    expectError(NkDtErrStringindex, [&] { text.GetnValue(1, 3); });
+}
+
 TEST(NkDtStringGetnValue, GivesAPartInTheDefaultModeWithoutFormatAndFlag) {
     NkDtString text = inMode(NkDtWmNull, "abcd");
     text.SetModified(TRUE);

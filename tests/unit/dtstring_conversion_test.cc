@@ -34,6 +34,9 @@ TEST(NkDtStringOFL, OfAllFillCharactersIsADefinedEmptyText) {
     NkDtString text(NkDtWmNull);
     text.SetFromOFL("*****", &filled);
     EXPECT_EQ(describe(text), "'' 0/0 defined modified");
+    NkDtString filledBefore("abc");
+    filledBefore.SetFromOFL("*****", &filled);
+    EXPECT_EQ(describe(filledBefore), "'' 0/3 defined modified");
 }
 
 TEST(NkDtStringOFL, ReadsAPartOfItsOwnText) {

@@ -261,6 +261,22 @@ TEST(NkDtStringAssignment, OfAnUndefinedTextEmptiesWhateverTheModeAndLeavesTheFl
     }
 }
 
+TEST(NkDtStringAssignment, OfATextToItselfChangesNothing) {
+    for (const NkDtWorkingMode mode : kStoredModes) {
+        for (const BOOL modified : {FALSE, TRUE}) {
+            for (NkDtString text : {inMode(mode, "abc"), undefinedWithText(mode, "abc")}) {
+                EXPECT_EQ(text.GetPos("c", NkDtStrPosFirst), 2);
+                text.SetModified(modified);
+                const std::string before = describe(text);
+                const NkDtString& itself = text;
+                text = itself;
+                EXPECT_EQ(describe(text), before);
+                EXPECT_EQ(text.GetPos("c", NkDtStrPosNext), -1);  // the hit is still known
+            }
+        }
+    }
+}
+
 TEST(NkDtStringAssignment, CopiesByLengthAndComparesUpToTheFirstNul) {
     NkDtString source("ab");
     source += '\0';

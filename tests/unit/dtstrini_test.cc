@@ -235,6 +235,7 @@ TEST(StrAlloc, GivesTheOldBufferUpWhenMemoryIsExhausted) {
         }
         ASSERT_NE(error, nullptr);
         EXPECT_EQ(error->GetErrorNumber(), ulNkEhKeinSpeicher);
+        EXPECT_NE(std::strstr(error->GetFunctionText(), ": 31"), nullptr);  // with the terminator
         EXPECT_EQ(shapeOf(record), "'' 0/0");
         EXPECT_EQ(record.Text(), NkDtString_Imp().Text());
         record.StrAlloc("again", 5);

@@ -68,6 +68,23 @@ TEST(NkDtStringAppend, OfATextGrowsTheBufferToTheNewLengthWhenItMust) {
     }
 }
 
+TEST(NkDtStringAppend, OfATextFitsTheRoomOfAnUndefinedOneAndOfACharacterLeavesIt) {
+    for (const NkDtWorkingMode mode : {NkDtWmMissing, NkDtWmNull}) {
+        NkDtString byPointer = undefinedWithText(mode, "abc", 10);
+        byPointer += "de";
+        EXPECT_EQ(describe(byPointer), "'abcde' 5/5 defined modified");
+        NkDtString byFrameworkText = undefinedWithText(mode, "", 10);
+        byFrameworkText += CString("de");
+        EXPECT_EQ(describe(byFrameworkText), "'de' 2/2 defined modified");
+        NkDtString byValue = undefinedWithText(mode, "abc", 10);
+        byValue += NkDtString("de");
+        EXPECT_EQ(describe(byValue), "'abcde' 5/5 defined modified");
+        NkDtString byCharacter = undefinedWithText(mode, "abc", 10);
+        byCharacter += 'd';
+        EXPECT_EQ(describe(byCharacter), "'abcd' 4/10 defined modified");
+    }
+}
+
 TEST(NkDtStringAppend, OfAnEmptyPlainTextChangesNothingNotEvenTheDefinedness) {
     for (const Make target : {defined, definedWithRoom, empty, missing, null, undefinedInModeTwo}) {
         NkDtString text = target();
@@ -280,6 +297,17 @@ TEST(NkDtStringConcatenation, OfAnUndefinedAndAPlainTextIsThePlainOneDefined) {
             EXPECT_EQ(describe(undefined() + ""), "'' 0/0 defined");
             EXPECT_EQ(describe("" + undefined()), "'' 0/0 defined");
         }
+    }
+}
+
+TEST(NkDtStringConcatenation, TakesNothingOfTheCharactersThatAnUndefinedTextHolds) {
+    for (const NkDtWorkingMode mode : {NkDtWmMissing, NkDtWmNull}) {
+        const NkDtString holding = undefinedWithText(mode, "abc");
+        const NkDtString x("x");
+        for (const NkDtString& sum :
+             {holding + "x", "x" + holding, holding + CString("x"), CString("x") + holding, holding + 'x',
+              'x' + holding, holding + x, x + holding})
+            EXPECT_EQ(describe(sum), "'x' 1/1 defined");
     }
 }
 

@@ -435,4 +435,41 @@ TEST(NkDtTime, RefusesAStepThatIsNoneAndARoundedLengthThatDoesNotFit) {
     }
 }
 
+/// An application's duration that may not be modified.
+class Locked : public T {
+  public:
+    Locked() : T(1, 30) {}
+    void SetModified(BOOL) override { throw new NkDtExcep("", "", "", NkDtErrSonstiger, 0, FALSE); }
+};
+
+TEST(DurationSetters, ReplaceWhateverFailsInsideThemByTheirOwnError) {
+    Locked locked;
+    const auto replaced = [](const char* function, std::function<void()> operation) {
+        return ErrorCase{function,       std::move(operation), NkDtErrFolgefehler,
+                         ".\\dttime.cc", "NkDtTime",           function,
+                         FALSE,          NkDtErrSonstiger};
+    };
+    expectOrigins({replaced("Clear()", [&] { locked.Clear(); }),
+                   replaced("Reset(TimeMode)", [&] { locked.Reset(); }),
+                   replaced("SetMode(TimeMode)", [&] { locked.SetMode(T::Hundredths); }),
+                   replaced("SetValue(LPCTSTR,TimeMode)", [&] { locked.SetValue("2:00"); }),
+                   replaced("SetHour(LONG)", [&] { locked.SetHour(2); }),
+                   replaced("SetMin(LONG,TimeMode)", [&] { locked.SetMin(2); }),
+                   replaced("SetTime(LONG,TimeMode)", [&] { locked.SetTime(2); }),
+                   replaced("AddHour(LONG)", [&] { locked.AddHour(2); }),
+                   replaced("SubHour(LONG)", [&] { locked.SubHour(2); }),
+                   replaced("AddMin(LONG,TimeMode)", [&] { locked.AddMin(2); }),
+                   replaced("SubMin(LONG,TimeMode)", [&] { locked.SubMin(2); }),
+                   replaced("SetFromSQL(LONG)", [&] { locked.SetFromSQL(2); }),
+                   replaced("SetFromOFL(LPCTSTR,NkFormat*)", [&] { locked.SetFromOFL("2:00"); })});
+    EXPECT_EQ(show(locked), "1800:1 defined");
+}
+
+TEST(DurationOperators, LetAnErrorPass) {
+    Locked locked;
+    expectError(NkDtErrSonstiger, [&] { locked += T(0, 1); });
+    expectError(NkDtErrSonstiger, [&] { locked -= T(0, 1); });
+    EXPECT_EQ(show(locked), "1800:1 defined");
+}
+
 }  // namespace

@@ -13,6 +13,7 @@
 
 #include "DurationTesting.h"
 #include "MemoryTesting.h"
+#include "TextTesting.h"
 #include "ValueTesting.h"
 #include "support/Instruments.h"
 
@@ -240,6 +241,8 @@ TEST(DurationText, TakesTheStateOfTheTextThatItIsReadFrom) {
     }
     EXPECT_EQ(show(T(NkDtString(NkDtWmMissing))), "0:1 missing");
     EXPECT_EQ(show(T(NkDtString(NkDtWmNull), T::Hundredths)), "0:1 null");
+    EXPECT_EQ(show(T(undefinedWithText(NkDtWmNull, "1:30"))), "0:1 null");
+    EXPECT_EQ(show(T(undefinedWithText(NkDtWmMissing, "x"))), "0:1 missing");
     expectReplaced(NkDtErrInitialwert, [] { const T made{NkDtString(NkDtWmDefined)}; });  // a defined ""
     NkDtString withNul("1:30");
     withNul += '\0';
