@@ -5,6 +5,22 @@
 
 #include <iostream>
 
+enum { idNummer = 1, idBezeichnung, idPreis, idSeit, idLieferbar };
+
+class Artikeldialog : public CQtDialog {
+  public:
+    using CQtDialog::CQtDialog;
+
+  protected:
+    BOOL OnOK() override {
+        if (!CQtDialog::OnOK()) return FALSE;  // the refusals stand beside their fields
+        if (!IsModified(idNummer) || GetDlgItemText(idNummer) != "1") return TRUE;
+        ShowError(idNummer, "Diese Nummer gibt es schon.");
+        GetDlgItem(idNummer)->SetFocus();
+        return FALSE;
+    }
+};
+
 int main(int argc, char** argv) {
     CQtApplication application(argc, argv);
 
@@ -17,8 +33,7 @@ int main(int argc, char** argv) {
                                FormatVorzeichenVorn, FormatVorzeichenNurMinus, 1, '0', 2, '0');
     dPreis.SetFormat(&formatPreis);
 
-    enum { idNummer = 1, idBezeichnung, idPreis, idSeit, idLieferbar };
-    CQtDialog dialog("Artikel");
+    Artikeldialog dialog("Artikel");
     dialog.AddField(idNummer, "&Nummer", nNummer);
     dialog.AddField(idBezeichnung, "&Bezeichnung", strBezeichnung);
     dialog.AddField(idPreis, "&Preis", dPreis);

@@ -232,9 +232,7 @@ std::string totalText(const BoundColumn& column, const Tally& tally) {
     return text;
 }
 
-void report(Console& console, const CString& table, LONGLONG rows, const TableColumns& columns,
-            const std::vector<Tally>& tallies) {
-    console.out << "Table " << visible(table) << ", " << rows << " rows\n\n";
+void reportTable(Console& console, const TableColumns& columns, const std::vector<Tally>& tallies) {
     TextTable layout({{"Column"},
                       {"Class"},
                       {"Values", TextTable::right},
@@ -253,20 +251,30 @@ void report(Console& console, const CString& table, LONGLONG rows, const TableCo
     for (const LeftOutColumn& column : columns.leftOut)
         lines.push_back({column.name, column.reason, "", "", "", "", ""});
     layout.writeAll(console.out, lines);
-    for (std::size_t i = 0; i < tallies.size(); ++i) {
-        std::vector<StatedLoss> losses = tallies[i].statedLosses;
-        std::sort(losses.begin(), losses.end(),
-                  [](const StatedLoss& a, const StatedLoss& b) { return a.text() < b.text(); });
-        for (const StatedLoss& loss : losses) {
-            console.out << "Not representable: column " << columns.bound[i].name << ", " << loss.count
-                        << (loss.count == 1 ? " value" : " values") << " as " << loss.text() << '\n';
-        }
+}
+
+void reportStatedLosses(Console& console, const std::string& column, std::vector<StatedLoss> losses) {
+    std::sort(losses.begin(), losses.end(),
+              [](const StatedLoss& a, const StatedLoss& b) { return a.text() < b.text(); });
+    for (const StatedLoss& loss : losses) {
+        console.out << "Not representable: column " << column << ", " << loss.count
+                    << (loss.count == 1 ? " value" : " values") << " as " << loss.text() << '\n';
     }
-    for (std::size_t i = 0; i < tallies.size(); ++i) {
-        const BoundColumn& column = columns.bound[i];
-        if (column.kind->decimal)
-            console.out << "Total: column " << column.name << ", " << totalText(column, tallies[i]) << '\n';
-    }
+}
+
+void reportTotal(Console& console, const BoundColumn& column, const Tally& tally) {
+    if (!column.kind->decimal) return;
+    console.out << "Total: column " << column.name << ", " << totalText(column, tally) << '\n';
+}
+
+void report(Console& console, const CString& table, LONGLONG rows, const TableColumns& columns,
+            const std::vector<Tally>& tallies) {
+    console.out << "Table " << visible(table) << ", " << counted(rows, "row") << "\n\n";
+    reportTable(console, columns, tallies);
+    for (std::size_t i = 0; i < tallies.size(); ++i)
+        reportStatedLosses(console, columns.bound[i].name, tallies[i].statedLosses);
+    for (std::size_t i = 0; i < tallies.size(); ++i)
+        reportTotal(console, columns.bound[i], tallies[i]);
     console.out << '\n';
 }
 

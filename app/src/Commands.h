@@ -66,9 +66,9 @@ int compare(const CompareOptions& options, Console& console);
 struct EditOptions {
     std::string database;
     std::string table;
-    std::string key;
+    std::string key;                    ///< as a person reads it, or as SQL writes it
     std::vector<std::string> settings;  ///< COLUMN=TEXT; empty: the dialog
-    Selection selection;
+    Selection selection;                ///< its columns are there beside the key
 };
 int edit(const EditOptions& options, Console& console);
 

@@ -26,10 +26,30 @@ struct Side {
     TableColumns columns;
 };
 
-bool haveSameColumns(const BoundColumns& a, const BoundColumns& b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const BoundColumn& x, const BoundColumn& y) {
-        return equalIgnoringCase(x.name, y.name);
-    });
+bool haveSameName(const BoundColumn& a, const BoundColumn& b) {
+    return equalIgnoringCase(a.name, b.name);
+}
+
+/// The names of the columns that the other table does not have.
+std::string namesOnlyIn(const BoundColumns& columns, const BoundColumns& others) {
+    std::string names;
+    for (const BoundColumn& column : columns) {
+        const auto isIt = [&](const BoundColumn& other) { return haveSameName(column, other); };
+        if (std::none_of(others.begin(), others.end(), isIt))
+            names += (names.empty() ? "" : ", ") + column.name;
+    }
+    return names;
+}
+
+void requireSameColumns(const BoundColumns& first, const BoundColumns& second) {
+    if (std::equal(first.begin(), first.end(), second.begin(), second.end(), haveSameName)) return;
+    std::string text = "the two tables have not the same columns";
+    const std::string inFirst = namesOnlyIn(first, second);
+    const std::string inSecond = namesOnlyIn(second, first);
+    if (inFirst.empty() && inSecond.empty()) throw DataError(text + " in the same order: --columns sets one");
+    if (!inFirst.empty()) text += ": only the first has " + inFirst;
+    if (!inSecond.empty()) text += (inFirst.empty() ? ": " : "; ") + ("only the second has " + inSecond);
+    throw DataError(text);
 }
 
 /// The text by which a value is compared; none of an undefined one.
@@ -51,8 +71,7 @@ std::string shown(const std::optional<NkDtString>& text) {
 int compare(const CompareOptions& options, Console& console) {
     Side first(options.databases[0], options.tables[0], options.selection, console);
     Side second(options.databases[1], options.tables[1], options.selection, console);
-    if (!haveSameColumns(first.columns.bound, second.columns.bound))
-        throw DataError("the two tables have not the same columns");
+    requireSameColumns(first.columns.bound, second.columns.bound);
 
     TableReader firstRows(first.database, first.table, first.columns.bound, options.selection);
     TableReader secondRows(second.database, second.table, second.columns.bound, options.selection);
@@ -80,10 +99,10 @@ int compare(const CompareOptions& options, Console& console) {
         progress.show(firstRows.row());
     }
     if (differences > mostDifferencesTold)
-        console.tell(std::to_string(differences - mostDifferencesTold) + " more differences");
+        console.tell(counted(differences - mostDifferencesTold, "more difference"));
     if (differences != 0) return exitDataFailed;
-    console.out << "The tables are the same: " << firstRows.row() << " rows, " << first.columns.bound.size()
-                << " columns\n";
+    console.out << "The tables are the same: " << counted(firstRows.row(), "row") << ", "
+                << counted(static_cast<LONGLONG>(first.columns.bound.size()), "column") << '\n';
     return exitGood;
 }
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "Text.h"
+
 namespace nkdt::app {
 
 namespace {
@@ -10,6 +12,10 @@ constexpr std::chrono::milliseconds untilFirst{500};
 constexpr std::chrono::milliseconds betweenTwo{100};
 
 }  // namespace
+
+void Console::tell(std::string_view text) {
+    err << "nkdt: " << printable(text) << '\n';
+}
 
 Progress::Progress(Console& console, std::string what)
     : m_console(console), m_what(std::move(what)), m_next(std::chrono::steady_clock::now() + untilFirst) {}

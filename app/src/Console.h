@@ -18,7 +18,7 @@ struct Console {
     bool errIsTerminal = false;  ///< a progress line is shown
 
     /// Writes one line "nkdt: ..." to the errors.
-    void tell(std::string_view text) { err << "nkdt: " << text << '\n'; }
+    void tell(std::string_view text);
 };
 
 /// The line that tells on a terminal how far long work has come, and is gone at its end.

@@ -10,6 +10,7 @@
 
 #include "Commands.h"
 #include "Error.h"
+#include "NewRow.h"
 #include "RoundTrip.h"
 #include "RowForm.h"
 #include "SampleTable.h"
@@ -156,28 +157,59 @@ class Journey {
     /// The row in a dialog, where one amount is corrected: by a person, or in a person's place.
     void passDialog() {
         RowForm form(m_columns.bound);
-        const bool byPerson = m_options.dialog && hasDisplay();
-        std::unique_ptr<ScreenDialog> screen;
-        std::unique_ptr<RowDialog> memory;
-        if (hasScreenDialogs()) {
-            screen = makeScreenDialog(form.fields(), m_table, byPerson ? Screen::display : Screen::offScreen);
-        } else {
-            memory = makeMemoryDialog(form.fields());
-        }
+        const std::unique_ptr<ScreenDialog> screen = makeScreen(form);
+        const std::unique_ptr<RowDialog> memory =
+            screen == nullptr ? makeMemoryDialog(form.fields()) : nullptr;
         RowDialog& dialog = screen != nullptr ? *screen : *memory;
         form.load(dialog);
         const std::vector<std::string> loaded = shownTexts(form, dialog);
-        bool saved = false;
-        if (byPerson) {
-            saved = screen->run(form, [] { return CString(); });
-        } else {
-            correctAmount(form, dialog);
-        }
+        const bool byPerson = m_options.dialog && hasDisplay();  // which may not have answered
+        const bool saved = byPerson ? letCorrect(form, *screen) : correctAmount(form, dialog);
         if (!m_options.picture.empty()) screen->savePicture(m_options.picture);
-        if (!byPerson) saved = form.save(dialog).empty();
-        if (!saved && !byPerson) throw DataError("the dialog refuses the amount");
+        tellDialog(loaded, saved ? shownTexts(form, dialog) : loaded);
+    }
 
-        const std::vector<std::string> shown = saved ? shownTexts(form, dialog) : loaded;
+    // Null where the program was built without.
+    std::unique_ptr<ScreenDialog> makeScreen(const RowForm& form) const {
+        if (!hasScreenDialogs()) return nullptr;
+        const bool byPerson = m_options.dialog && hasDisplay();
+        return makeScreenDialog(form.fields(), m_table, byPerson ? Screen::display : Screen::offScreen);
+    }
+
+    // false if the person gives up: what was typed may have become values already.
+    bool letCorrect(RowForm& form, ScreenDialog& dialog) {
+        keepValues();
+        const auto store = [&] {
+            return StoreFailure{refusalsOfNewRow(m_database, m_table, m_columns.bound)};
+        };
+        if (dialog.run(form, amountColumn(), store)) return true;
+        for (std::size_t i = 0; i < m_next.size(); ++i)
+            m_columns.bound[i].cell->value().Assign(m_next[i]->value());
+        return false;
+    }
+
+    void keepValues() {
+        for (std::size_t i = 0; i < m_next.size(); ++i)
+            m_next[i]->value().Assign(m_columns.bound[i].cell->value());
+    }
+
+    bool correctAmount(RowForm& form, RowDialog& dialog) const {
+        const std::size_t amount = amountColumn();
+        const std::unique_ptr<Cell> corrected = makeCellFor(m_columns.bound[amount]);
+        corrected->setText(sampleNewAmount);
+        if (form.enter(dialog, amount, corrected->value().ConvToOFL()) || !form.save(dialog).empty())
+            throw DataError("the dialog refuses the amount");
+        return true;
+    }
+
+    std::size_t amountColumn() const {
+        const auto& bound = m_columns.bound;
+        const auto amount =
+            std::find_if(bound.begin(), bound.end(), [](const auto& c) { return c.name == sampleAmount; });
+        return static_cast<std::size_t>(amount - bound.begin());
+    }
+
+    void tellDialog(const std::vector<std::string>& loaded, const std::vector<std::string>& shown) {
         for (std::size_t i = 0; i < loaded.size(); ++i) {
             m_lines.push_back({"dialog", m_columns.bound[i].name,
                                shown[i] == loaded[i] ? shown[i] : loaded[i] + ", entered " + shown[i]});
@@ -189,16 +221,6 @@ class Journey {
         for (std::size_t i = 0; i < m_columns.bound.size(); ++i)
             texts.push_back(visible(form.shownText(dialog, i).View()));
         return texts;
-    }
-
-    void correctAmount(const RowForm& form, RowDialog& dialog) const {
-        const auto& bound = m_columns.bound;
-        const auto amount =
-            std::find_if(bound.begin(), bound.end(), [](const auto& c) { return c.name == sampleAmount; });
-        const std::unique_ptr<Cell> corrected = makeCellFor(*amount);
-        corrected->setText(sampleNewAmount);
-        (void)form.enter(dialog, static_cast<std::size_t>(amount - bound.begin()),
-                         corrected->value().ConvToOFL());
     }
 
     // A value that the representation cannot hold, as it says itself, goes on as it was.
@@ -243,11 +265,9 @@ class Journey {
         m_statement += ") VALUES (" + values + ")";
         m_database.ExecuteSQL(m_statement);
 
-        for (std::size_t i = 0; i < m_next.size(); ++i)
-            m_next[i]->value().Assign(m_columns.bound[i].cell->value());
+        keepValues();
         const BoundColumn& key = m_columns.bound.front();
-        const std::string filter = "\"" + key.name + "\" = " + key.cell->sqlLiteral().GetValue();
-        readRow(filter.c_str());
+        readRow(rowFilter(key, *key.cell).c_str());
         station("back in the database", [](Cell& cell) { return shown(cell); });
         for (std::size_t i = 0; i < m_next.size(); ++i) {
             if (!m_columns.bound[i].cell->equals(*m_next[i])) {

@@ -1,21 +1,17 @@
 #include <algorithm>
-#include <array>
-#include <cstdio>
+#include <map>
 #include <optional>
 
 #include "Commands.h"
 #include "Error.h"
-#include "Literal1252.h"
 #include "RowForm.h"
+#include "SaveRow.h"
 #include "ScreenDialog.h"
 #include "StoredRow.h"
 #include "Text.h"
 #include "TextTable.h"
-#include "nkcp/CodePage.h"
 
 namespace nkdt::app {
-
-using namespace nkfw::literals;
 
 namespace {
 
@@ -26,7 +22,7 @@ struct Setting {
 };
 
 // A name can have a "=" of its own, a text any number of them.
-Setting settingOf(const std::string& argument, StoredRow& row, const std::string& table) {
+Setting settingOf(const std::string& argument, const EditOptions& options, StoredRow& row) {
     const BoundColumns& columns = row.columns();
     for (std::size_t sign = argument.find('='); sign != std::string::npos;
          sign = argument.find('=', sign + 1)) {
@@ -40,13 +36,14 @@ Setting settingOf(const std::string& argument, StoredRow& row, const std::string
     }
     const std::size_t sign = argument.find('=');
     if (sign == std::string::npos) throw UsageError("--set takes COLUMN=TEXT, not \"" + argument + "\"");
-    throw UsageError("table " + table + " has no column \"" + argument.substr(0, sign) + "\"");
+    throw UsageError("table " + options.table + " has no column \"" + argument.substr(0, sign) + "\"" +
+                     (options.selection.columns.empty() ? "" : " among --columns"));
 }
 
 std::vector<Setting> settingsOf(const EditOptions& options, StoredRow& row) {
     std::vector<Setting> settings;
     for (const std::string& argument : options.settings) {
-        const Setting setting = settingOf(argument, row, options.table);
+        const Setting setting = settingOf(argument, options, row);
         if (std::any_of(settings.begin(), settings.end(),
                         [&](const Setting& other) { return other.column == setting.column; })) {
             throw UsageError("--set names the column " + row.columns()[setting.column].name + " twice");
@@ -64,16 +61,28 @@ std::vector<std::string> shownValues(const BoundColumns& columns) {
     return texts;
 }
 
-std::optional<CString> enterUtf8(const RowForm& form, RowDialog& dialog, const Setting& setting) {
-    std::string text;
-    const nkcp::Conversion conversion = nkcp::appendCp1252FromUtf8(setting.text, text);
-    if (!conversion.complete) {
-        std::array<char, 80> reason{};
-        (void)std::snprintf(reason.data(), reason.size(), "Das Zeichen U+%04X kann nicht gespeichert werden.",
-                            static_cast<unsigned>(conversion.character));
-        return CString(reason.data());
+/// Why columns refuse what they are to be; UTF-8.
+using Reasons = std::map<std::size_t, std::string>;
+
+void add(Reasons& reasons, const RowForm::Refusals& refusals) {
+    for (const RowForm::Refusal& refusal : refusals)
+        reasons.emplace(refusal.column, sentence(refusal.reason.View()));
+}
+
+/// Returns whether there are any.
+bool tell(Console& console, StoredRow& row, const Reasons& reasons) {
+    for (const auto& [column, reason] : reasons)
+        console.tell("column " + row.columns()[column].name + ": " + reason);
+    return !reasons.empty();
+}
+
+void enter(const RowForm& form, RowDialog& dialog, const Setting& setting, Reasons& reasons) {
+    try {
+        const auto reason = form.enter(dialog, setting.column, ansi(setting.text, "the text"));
+        if (reason) add(reasons, {{setting.column, *reason}});
+    } catch (const UsageError& error) {
+        reasons.emplace(setting.column, error.what());
     }
-    return form.enter(dialog, setting.column, CString(std::string_view(text)));
 }
 
 void report(Console& console, StoredRow& row, const std::vector<std::string>& before,
@@ -89,38 +98,14 @@ void report(Console& console, StoredRow& row, const std::vector<std::string>& be
     TextTable({{"Column"}, {"Before"}, {"After"}}).writeAll(console.out, lines);
 }
 
-/// The columns that another editor was faster with, joined by commas.
-template <class NameOf>
-auto overtakenColumns(StoredRow& row, const StoredRow::Saved& saved, NameOf&& nameOf) {
-    auto names = nameOf(row.columns()[saved.columns.front()]);
-    for (std::size_t i = 1; i < saved.columns.size(); ++i) {
-        names += ", ";
-        names += nameOf(row.columns()[saved.columns[i]]);
-    }
-    return names;
-}
-
 /// Throws what stands in the way of a saving, if anything does.
 void requireSaved(StoredRow& row, const StoredRow::Saved& saved) {
     if (saved.outcome == StoredRow::Saved::deleted)
         throw DataError("the row has been deleted since it was read; nothing is changed");
     if (saved.outcome == StoredRow::Saved::overtaken) {
         throw DataError("somebody else has changed the row since it was read (" +
-                        overtakenColumns(row, saved, [](const BoundColumn& c) { return c.name; }) +
-                        "); nothing is changed");
+                        visible(changedColumns(row, saved)) + "); nothing is changed");
     }
-}
-
-/// The same for the person at the dialog; empty if nothing stands in the way.
-CString failureText(StoredRow& row, const StoredRow::Saved& saved) {
-    if (saved.outcome == StoredRow::Saved::deleted)
-        return CString("Diese Zeile wurde inzwischen gelöscht. Es ist nichts gespeichert."_cp1252);
-    if (saved.outcome == StoredRow::Saved::overtaken) {
-        return "Diese Zeile wurde inzwischen von jemand anderem geändert ("_cp1252 +
-               overtakenColumns(row, saved, [](const BoundColumn& c) { return c.ansiName; }) +
-               "). Es ist nichts gespeichert.";
-    }
-    return {};
 }
 
 /// Sets the columns through a dialog without a screen. Returns the exit status.
@@ -130,35 +115,38 @@ int editAsTold(const EditOptions& options, StoredRow& row, Console& console) {
     RowForm form(row.columns());
     const auto dialog = makeMemoryDialog(form.fields());
     form.load(*dialog);
-    RowForm::Refusals refusals;
-    for (const Setting& setting : settings) {
-        if (const auto reason = enterUtf8(form, *dialog, setting))
-            refusals.push_back({setting.column, *reason});
-    }
-    for (RowForm::Refusal& refusal : form.save(*dialog))
-        refusals.push_back(std::move(refusal));
-    std::stable_sort(refusals.begin(), refusals.end(),
-                     [](const auto& a, const auto& b) { return a.column < b.column; });
-    for (const RowForm::Refusal& refusal : refusals)
-        console.tell("column " + row.columns()[refusal.column].name + ": " + sentence(refusal.reason.View()));
-    if (!refusals.empty()) return exitDataFailed;
+    Reasons reasons;
+    for (const Setting& setting : settings)
+        enter(form, *dialog, setting, reasons);
+    add(reasons, form.save(*dialog));
+    if (tell(console, row, reasons)) return exitDataFailed;
 
     const StoredRow::Saved saved = row.save();
     requireSaved(row, saved);
+    add(reasons, saved.refusals);
+    if (tell(console, row, reasons)) return exitDataFailed;
     report(console, row, before, saved);
     return exitGood;
+}
+
+void requireDisplay() {
+    if (!hasDisplay())
+        throw UsageError("there is no display for a dialog; --set COLUMN=TEXT changes a row without one");
+}
+
+/// Another column than the key, if there is one: that is what is changed.
+std::size_t firstToChange(StoredRow& row) {
+    return row.key() == 0 && row.columns().size() > 1 ? 1 : 0;
 }
 
 int editInDialog(StoredRow& row, Console& console) {
     const std::vector<std::string> before = shownValues(row.columns());
     RowForm form(row.columns());
-    StoredRow::Saved saved{StoredRow::Saved::nothing, {}};
+    StoredRow::Saved saved{StoredRow::Saved::nothing};
     const auto dialog = makeScreenDialog(form.fields(), row.title(), Screen::display);
-    const bool stored = dialog->run(form, [&] {
-        saved = row.save();
-        return failureText(row, saved);
-    });
-    if (!stored) saved = {StoredRow::Saved::nothing, {}};
+    requireDisplay();
+    const bool stored = dialog->run(form, firstToChange(row), [&] { return saveRow(row, saved); });
+    if (!stored) saved = {StoredRow::Saved::nothing};
     report(console, row, before, saved);
     return exitGood;
 }
@@ -169,8 +157,7 @@ int edit(const EditOptions& options, Console& console) {
     const bool asTold = !options.settings.empty();
     if (!asTold && !hasScreenDialogs())
         throw UsageError("this nkdt was built without dialogs; --set COLUMN=TEXT changes a row without one");
-    if (!asTold && !hasDisplay())
-        throw UsageError("there is no display for a dialog; --set COLUMN=TEXT changes a row without one");
+    if (!asTold) requireDisplay();
     CDatabase database;
     openDatabase(database, options.database);
     const CString table = ansi(options.table, "the table");

@@ -6,6 +6,7 @@
 
 #include "Text.h"
 #include "nkcp/CodePage.h"
+#include "nkdt/DialogFields.h"
 #include "nkeh/NkEhBasis.h"
 #include "nkfw/Exception.h"
 
@@ -59,13 +60,17 @@ CString takeCaughtReason() {
         throw;
     } catch (NkEhBasis* caught) {
         const std::unique_ptr<NkEhBasis> error(caught);
-        const LPCTSTR cause = error->GetCauseText();
-        return CString(*cause != '\0' ? cause : error->GetErrorText());
+        return CString(CDialogFields::ReasonOf(*error));
     } catch (...) {
         std::string text;
         (void)nkcp::appendCp1252FromUtf8(takeCaughtText(), text, nkcp::Unmappable::bestFit);
         return CString(std::string_view(text));
     }
+}
+
+std::string quotedStart(std::string_view text) {
+    constexpr std::size_t mostCharacters = 40;
+    return "\"" + shortened(text, mostCharacters) + "\"";
 }
 
 std::string placeOf(LONGLONG row, std::string_view column) {

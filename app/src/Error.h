@@ -36,8 +36,22 @@ std::string takeCaughtText();
 /// library text.
 CString takeCaughtReason();
 
+/// The first characters of a text in UTF-8, in quotation marks.
+std::string quotedStart(std::string_view text);
+
 /// "row 5, column Name"
 std::string placeOf(LONGLONG row, std::string_view column);
+
+/// Runs a piece of work on a file and names it in whatever it throws.
+template <class Work>
+auto onFile(const std::string& path, Work&& work) {
+    try {
+        return std::forward<Work>(work)();
+    } catch (...) {
+        const std::string text = takeCaughtText();
+        throw DataError("file \"" + path + "\": " + text);
+    }
+}
 
 /// Runs a piece of work on one value and names its place in whatever it throws.
 template <class Work>
@@ -47,6 +61,19 @@ void atPlace(LONGLONG row, std::string_view column, Work&& work) {
     } catch (...) {
         const std::string text = takeCaughtText();
         throw DataError(placeOf(row, column) + ": " + text);
+    }
+}
+
+/// Runs a piece of work on one text, in UTF-8, and names it in whatever the library throws.
+template <class Work>
+void onText(std::string_view text, Work&& work) {
+    try {
+        std::forward<Work>(work)();
+    } catch (const DataError&) {
+        throw;
+    } catch (...) {
+        const std::string reason = takeCaughtText();
+        throw DataError(quotedStart(text) + ": " + reason);
     }
 }
 

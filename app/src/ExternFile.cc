@@ -77,8 +77,9 @@ class ExternReader final : public TableFileReader {
         const auto number = std::from_chars(field.data() + 2, end, version);
         if (number.ec != std::errc() || number.ptr == end || *number.ptr != ':')
             throw DataError("the field has no version");
-        const NkDtString text(unescaped({number.ptr + 1, static_cast<std::size_t>(end - number.ptr - 1)}));
-        cell.setExternal(text, defined ? TRUE : FALSE, version);
+        const std::string_view written(number.ptr + 1, static_cast<std::size_t>(end - number.ptr - 1));
+        const NkDtString text(unescaped(written));
+        onText(written, [&] { cell.setExternal(text, defined ? TRUE : FALSE, version); });
     }
 
     LineReader m_lines;

@@ -25,13 +25,14 @@ BoundColumns columnsOfFile(const TableHead& head) {
     return columns;
 }
 
-/// The file's columns go to the table's of the same names, which must be of the same classes.
-void requireSameClasses(const CDatabase& database, const CString& table, const BoundColumns& columns,
-                        const ImportOptions& options) {
+/// The file's columns go to the table's of the same names, which must be of the same classes, or computed by
+/// the database.
+void matchColumns(const CDatabase& database, const CString& table, BoundColumns& columns,
+                  const ImportOptions& options) {
     Selection everything;
     everything.as = options.as;
     const TableColumns target = columnsOf(database, table, everything);
-    for (const BoundColumn& column : columns) {
+    for (BoundColumn& column : columns) {
         const auto sameName = [&](const auto& other) { return equalIgnoringCase(other.name, column.name); };
         const auto bound = std::find_if(target.bound.begin(), target.bound.end(), sameName);
         if (bound == target.bound.end()) {
@@ -39,9 +40,10 @@ void requireSameClasses(const CDatabase& database, const CString& table, const B
             throw DataError(
                 "table " + visible(table) +
                 (leftOut == target.leftOut.end() ? " has no column " : " has the column ") + column.name +
-                (leftOut == target.leftOut.end() ? "" : ", but it cannot be written: " + leftOut->reason));
+                (leftOut == target.leftOut.end() ? "" : ", but it cannot be written: " + leftOut->advice()));
         }
-        if (bound->kind != column.kind) {
+        column.generated = bound->generated;
+        if (!column.generated && bound->kind != column.kind) {
             throw DataError("column " + column.name + " is " + column.kind->className + " in the file, but " +
                             bound->kind->className + " in the table");
         }
@@ -63,18 +65,25 @@ int importTable(const ImportOptions& options, Console& console) {
         throw UsageError("there is a table \"" + visible(table) + "\" already");
     if (!options.create) requireTable(database, table);
 
-    const auto reader = format.makeReader(file);
+    const auto reader = onFile(options.input, [&] { return format.makeReader(file); });
     BoundColumns columns = columnsOfFile(reader->head());
     CDatabaseTransaction transaction(database);
     if (options.create) {
         database.ExecuteSQL(createTableStatement(database, table, columns));
     } else {
-        requireSameClasses(database, table, columns, options);
+        matchColumns(database, table, columns, options);
+        for (const BoundColumn& column : columns) {
+            if (column.generated)
+                tellLeftOut(console, table, column.name, "the database computes its values");
+        }
     }
     {
         TableWriter writer(database, table, columns);
         Progress progress(console, "importing");
-        for (LONGLONG row = 1; reader->next(row, columns); ++row) {
+        const auto readRow = [&](LONGLONG row) {
+            return onFile(options.input, [&] { return reader->next(row, columns); });
+        };
+        for (LONGLONG row = 1; readRow(row); ++row) {
             writer.add();
             progress.show(row);
         }

@@ -153,11 +153,16 @@ void addEdit(CLI::App& program, Command& command) {
     app.add_option("TABLE", options->table, "A table with a primary key of one column")
         ->required()
         ->type_name("");
-    app.add_option("KEY", options->key, "The row's key, as show prints it")->required()->type_name("");
+    app.add_option(
+           "KEY", options->key,
+           "The row's key, as show prints it or as SQL writes it (0.125, 2004-03-05); no empty text, and "
+           "nothing that SQLite stores in another form")
+        ->required()
+        ->type_name("");
     addRepeated(app, "--set", options->settings, "COLUMN=TEXT",
                 "Without a dialog: set a column to what the text says; nothing changes if one is refused");
     addLook(app, options->selection.plain);
-    addAs(app, options->selection.as);
+    addSelection(app, options->selection, false);
     app.callback(
         [&command, options] { command = [options](Console& console) { return edit(*options, console); }; });
 }

@@ -6,7 +6,7 @@
 #include "Error.h"
 #include "Literal1252.h"
 #include "nkdt/NkDtBool.h"
-#include "nkfw/DataExchange.h"
+#include "nkdt/NkDtExcep.h"
 #include "nkfw/MemoryDialog.h"
 
 namespace nkdt::app {
@@ -36,12 +36,17 @@ FormField fieldOf(const BoundColumn& column, int id) {
             type == NkDtTypChar ? 1 : noLimit};
 }
 
-/// Another cell with the same value, not modified.
-std::unique_ptr<Cell> copyOf(const BoundColumn& column, const Cell& from) {
-    std::unique_ptr<Cell> copy = makeCellFor(column);
-    copy->value().Assign(from.value());
-    copy->value().SetModified(FALSE);
-    return copy;
+std::size_t columnOf(int id) {
+    return static_cast<std::size_t>(id) - 1;
+}
+
+// The one error that the exchange has for it.
+bool isTooLong(const CDialogFields::Refusal& refusal) {
+    return refusal.pError->GetErrorNumber() == NkDtErrFrameworkException;
+}
+
+CString tooLongToEdit() {
+    return CString("Der Text ist zu lang, um ihn hier zu ändern."_cp1252);
 }
 
 class MemoryRowDialog final : public RowDialog {
@@ -70,42 +75,35 @@ std::unique_ptr<RowDialog> makeMemoryDialog(const FormFields& fields) {
 
 RowForm::RowForm(BoundColumns& columns) : m_columns(columns) {
     for (const BoundColumn& column : columns) {
-        m_fields.push_back(fieldOf(column, static_cast<int>(m_fields.size()) + 1));
-        m_loaded.push_back({copyOf(column, *column.cell), {}});
-    }
-}
-
-// A check box's state counts as its text.
-CString RowForm::controlText(CDialogWnd& window, const FormField& field) {
-    if (!field.checkBox) return window.GetDlgItemText(field.id);
-    return CString(static_cast<TCHAR>('0' + window.IsDlgButtonChecked(field.id)));
-}
-
-// The exchange itself shows every undefined truth value as false, and the number 2 as indeterminate.
-void RowForm::exchange(CDialogWnd& window, const FormField& field, bool save, Cell& cell) {
-    CDataExchange run(&window, save ? TRUE : FALSE);
-    if (!field.checkBox) {
-        cell.exchangeEdit(run, field.id);
-    } else if (save && window.IsDlgButtonChecked(field.id) == CWnd::Indeterminate) {
-        cell.value().Clear();
-    } else {
-        cell.exchangeCheck(run, field.id);
-        if (save) return;
-        const auto& truth = static_cast<const NkDtBool&>(cell.value());
-        if (!truth.IsDefined()) {
-            window.CheckDlgButton(field.id, field.threeState ? CWnd::Indeterminate : CWnd::Unchecked);
-        } else if (truth == 2) {
-            window.CheckDlgButton(field.id, CWnd::Checked);
+        const FormField field = fieldOf(column, static_cast<int>(m_fields.size()) + 1);
+        NkDtBasis& value = column.cell->value();
+        if (field.checkBox) {
+            m_bound.BindCheck(field.id, static_cast<NkDtBool&>(value), field.threeState ? TRUE : FALSE);
+        } else {
+            m_bound.Bind(field.id, value);
         }
+        m_fields.push_back(field);
     }
+}
+
+CString RowForm::beginningOf(std::size_t column) const {
+    constexpr std::size_t most = 100;
+    const CString whole = m_columns[column].cell->value().ConvToOFL();
+    return CString(whole.View().substr(0, most)) + "…"_cp1252;
 }
 
 void RowForm::load(RowDialog& dialog) {
-    CDialogWnd& window = dialog.window();
-    for (std::size_t i = 0; i < m_fields.size(); ++i) {
-        exchange(window, m_fields[i], false, *m_loaded[i].cell);
-        m_loaded[i].shown = controlText(window, m_fields[i]);
+    m_shortened.clear();
+    for (const CDialogFields::Refusal& refusal : m_bound.Load(dialog.window())) {
+        if (!isTooLong(refusal)) {
+            dialog.lock(refusal.nID, refusal.GetReason());
+            continue;
+        }
+        m_shortened.push_back(columnOf(refusal.nID));
+        dialog.window().SetDlgItemText(refusal.nID, beginningOf(m_shortened.back()));
+        dialog.lock(refusal.nID, tooLongToEdit());
     }
+    m_bound.KeepAsLoaded(dialog.window());
 }
 
 std::optional<CString> RowForm::enter(RowDialog& dialog, std::size_t column, const CString& text) const {
@@ -129,32 +127,20 @@ std::optional<CString> RowForm::enter(RowDialog& dialog, std::size_t column, con
     }
 }
 
-// Null if the control shows what loading wrote.
-std::unique_ptr<Cell> RowForm::savedCell(CDialogWnd& window, std::size_t column) const {
-    if (controlText(window, m_fields[column]) == m_loaded[column].shown) return nullptr;
-    std::unique_ptr<Cell> cell = copyOf(m_columns[column], *m_loaded[column].cell);
-    exchange(window, m_fields[column], true, *cell);
-    return cell;
+// What would be saved is the beginning alone.
+RowForm::Refusals RowForm::refusalsOfShortened(CDialogWnd& window) const {
+    Refusals refusals;
+    for (const std::size_t column : m_shortened) {
+        if (m_bound.IsEdited(window, m_fields[column].id)) refusals.push_back({column, tooLongToEdit()});
+    }
+    return refusals;
 }
 
 RowForm::Refusals RowForm::save(RowDialog& dialog) {
-    std::vector<std::unique_ptr<Cell>> saved;
-    Refusals refusals;
-    for (std::size_t i = 0; i < m_fields.size(); ++i) {
-        try {
-            saved.push_back(savedCell(dialog.window(), i));
-        } catch (...) {
-            refusals.push_back({i, takeCaughtReason()});
-        }
-    }
+    Refusals refusals = refusalsOfShortened(dialog.window());
     if (!refusals.empty()) return refusals;
-    // An earlier saving may have left a value that the control shows no more.
-    for (std::size_t i = 0; i < m_fields.size(); ++i) {
-        NkDtBasis& value = m_columns[i].cell->value();
-        const Cell& taken = saved[i] != nullptr ? *saved[i] : *m_loaded[i].cell;
-        value.Assign(taken.value());
-        value.SetModified(taken.value().IsModified());
-    }
+    for (const CDialogFields::Refusal& refusal : m_bound.Save(dialog.window()))
+        refusals.push_back({columnOf(refusal.nID), CString(refusal.GetReason())});
     return refusals;
 }
 

@@ -15,43 +15,54 @@ class Window final : public CQtDialog {
   public:
     using CQtDialog::CQtDialog;
 
-    bool run(RowForm& form, RowDialog& dialog, const std::function<CString()>& store) {
+    bool run(RowForm& form, RowDialog& dialog, std::size_t first,
+             const std::function<StoreFailure()>& store) {
         m_form = &form;
         m_dialog = &dialog;
+        m_first = first;
         m_store = store;
         return DoModal() != FALSE;
     }
 
   protected:
-    void OnInitDialog() override { m_form->load(*m_dialog); }
+    void OnInitDialog() override {
+        m_form->load(*m_dialog);
+        GetDlgItem(controlOf(m_first))->SetFocus();
+    }
 
     BOOL OnOK() override {
         ClearErrors();
-        const RowForm::Refusals refusals = m_form->save(*m_dialog);
-        for (const RowForm::Refusal& refusal : refusals)
-            ShowError(m_form->fields()[refusal.column].id, refusal.reason);
-        if (!refusals.empty()) {
-            GetDlgItem(m_form->fields()[refusals.front().column].id)->SetFocus();
-            return FALSE;
-        }
-        const CString failure = store();
-        ShowMessage(failure);
-        return failure.IsEmpty() ? TRUE : FALSE;
+        StoreFailure failure{m_form->save(*m_dialog)};
+        if (failure.refusals.empty()) failure = store();
+        tell(failure.refusals);
+        ShowMessage(failure.message);
+        return failure.refusals.empty() && failure.message.IsEmpty() ? TRUE : FALSE;
     }
 
   private:
+    // A form has a field for each column, in their order.
+    int controlOf(std::size_t column) const { return m_form->fields().at(column).id; }
+
+    // Beside the fields, with the cursor in the first of them.
+    void tell(const RowForm::Refusals& refusals) {
+        for (const RowForm::Refusal& refusal : refusals)
+            ShowError(controlOf(refusal.column), refusal.reason);
+        if (!refusals.empty()) GetDlgItem(controlOf(refusals.front().column))->SetFocus();
+    }
+
     // A database that fails is no reason to lose what was typed.
-    CString store() const {
+    StoreFailure store() const {
         try {
             return m_store();
         } catch (...) {
-            return takeCaughtReason();
+            return {{}, takeCaughtReason()};
         }
     }
 
     RowForm* m_form = nullptr;
     RowDialog* m_dialog = nullptr;
-    std::function<CString()> m_store;
+    std::size_t m_first = 0;
+    std::function<StoreFailure()> m_store;
 };
 
 /// Tells Qt where to draw; to be said before Qt starts.
@@ -77,8 +88,12 @@ class QtRowDialog final : public ScreenDialog {
 
     CDialogWnd& window() noexcept override { return m_window; }
     bool enter(int id, LPCTSTR text) override { return m_window.EnterText(id, text) != FALSE; }
-    bool run(RowForm& form, const std::function<CString()>& store) override {
-        return m_window.run(form, *this, store);
+    void lock(int id, const CString& reason) override {
+        m_window.SetReadOnly(id);
+        m_window.ShowError(id, reason);
+    }
+    bool run(RowForm& form, std::size_t first, const std::function<StoreFailure()>& store) override {
+        return m_window.run(form, *this, first, store);
     }
     void savePicture(const std::string& path) override { m_window.SavePicture(path.c_str()); }
 

@@ -134,7 +134,7 @@ class SqlReader final : public TableFileReader {
         if (literal.form == SqlLiteral::quoted && literal.text.empty() && cell.kind().quotedInSql) {
             cell.setText(NkDtString(""));
         } else {
-            setFromStatementLiteral(cell, literal);
+            onText(visible(literal.text), [&] { setFromStatementLiteral(cell, literal); });
         }
     }
 

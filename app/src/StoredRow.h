@@ -4,6 +4,11 @@
 /// One row of a table, found by its key: it is read, its values are changed, and what was modified is written
 /// back, unless somebody else was faster.
 ///
+/// A row is named by a text of its key: as a person reads it, or as a statement has it, where the first names
+/// no row (0.125 for a double that is shown as 0,13; 2004-03-05). What cannot be named is a key that is an
+/// empty text, and in SQLite one that is stored in another form than the binding writes it, such as a date
+/// with a time of day in a DATE column: no table is searched row by row.
+///
 /// @code
 /// StoredRow row(database, "Artikel", "4711", selection);
 /// row.columns()[2].cell->value().SetFromOFL("12,50");
@@ -14,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "RowForm.h"
 #include "Table.h"
 #include "nkfw/String.h"
 
@@ -26,15 +32,17 @@ class StoredRow {
         enum Outcome {
             done,       ///< the modified values are in the database
             nothing,    ///< no value was modified
+            refused,    ///< columns do not take their values
             deleted,    ///< the row is not there any more
             overtaken,  ///< values of the row have changed since it was read
         };
         Outcome outcome = done;
-        std::vector<std::size_t> columns;  ///< of done: the saved ones; of overtaken: the changed ones
+        std::vector<std::size_t> columns{};  ///< of done: the saved ones; of overtaken: the changed ones
+        RowForm::Refusals refusals{};        ///< of refused: why, in the order of the columns
     };
 
-    /// Reads the row, with every column that can be bound.
-    /// @param key the key's value in user-interface text, UTF-8
+    /// Reads the row: the chosen columns that can be bound, and the key.
+    /// @param key the key, UTF-8
     ///
     /// Throws a UsageError if the table has not a key of one column, or the text is no value of it; a
     /// DataError if there is no such row.
@@ -43,6 +51,8 @@ class StoredRow {
     /// The columns with the row's values.
     BoundColumns& columns() noexcept { return m_columns.bound; }
     const std::vector<LeftOutColumn>& leftOut() const noexcept { return m_columns.leftOut; }
+    /// The index of the key's column.
+    std::size_t key() const noexcept { return m_key; }
     /// Table and key, as a name for a person.
     const CString& title() const noexcept { return m_title; }
 
@@ -50,16 +60,30 @@ class StoredRow {
     /// whether the row still has the values that were read, and only then writes. The values are not modified
     /// any more when they are in the database for good; a failure of the database is thrown. A row that is
     /// saved has to be read anew before it is changed again.
+    ///
+    /// What the values do not tell is not seen: a change in a column that is left out, or in the fraction of
+    /// a second.
     Saved save();
 
   private:
-    std::size_t findKey(const CString& name) const;
+    using Indices = std::vector<std::size_t>;
+    /// How the row is locked until the transaction ends.
+    enum class Lock {
+        byUpdate,     // an update that changes nothing
+        withoutTrace  // something that neither triggers nor the rights on the key notice
+    };
+
+    std::size_t findKey() const;
     void read(const std::string& key);
-    std::vector<std::size_t> modified() const;
-    Saved writeLocked(const std::vector<std::size_t>& columns);
+    bool readBy(const Cell& key);
+    Indices modified() const;
+    Saved saveUnder(Lock kind, const Indices& columns);
+    bool lock(Lock kind);
+    Saved writeLocked(const Indices& columns);
 
     CDatabase& m_database;
     const CString m_table;
+    const CString m_keyName;
     TableColumns m_columns;
     std::size_t m_key;
     CString m_title;

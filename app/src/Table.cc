@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <map>
 #include <optional>
 #include <utility>
@@ -33,23 +34,28 @@ const CDatabaseColumn& requireColumn(const Declared& columns, const std::string&
 }
 
 // A name that has commas of its own goes before several names.
+std::vector<const CDatabaseColumn*> columnsNamedBy(const std::string& names, const Declared& columns,
+                                                   const CString& table) {
+    if (const CDatabaseColumn* const whole = findColumn(columns, ansi(names, "the column"))) return {whole};
+    std::vector<const CDatabaseColumn*> named;
+    for (std::size_t start = 0; start <= names.size();) {
+        const std::size_t end = std::min(names.find(',', start), names.size());
+        const CDatabaseColumn& column = requireColumn(columns, names.substr(start, end - start), table);
+        if (std::find(named.begin(), named.end(), &column) != named.end())
+            throw UsageError("--columns names the column " + visible(column.strName) + " twice");
+        named.push_back(&column);
+        start = end + 1;
+    }
+    return named;
+}
+
 std::vector<const CDatabaseColumn*> chosenColumns(const Declared& columns,
                                                   const std::vector<std::string>& names,
                                                   const CString& table) {
     std::vector<const CDatabaseColumn*> chosen;
-    const auto choose = [&](const CDatabaseColumn& column) {
-        if (std::find(chosen.begin(), chosen.end(), &column) == chosen.end()) chosen.push_back(&column);
-    };
     for (const std::string& name : names) {
-        const CDatabaseColumn* const whole = findColumn(columns, ansi(name, "the column"));
-        if (whole != nullptr) {
-            choose(*whole);
-            continue;
-        }
-        for (std::size_t start = 0; start <= name.size();) {
-            const std::size_t end = std::min(name.find(',', start), name.size());
-            choose(requireColumn(columns, name.substr(start, end - start), table));
-            start = end + 1;
+        for (const CDatabaseColumn* column : columnsNamedBy(name, columns, table)) {
+            if (std::find(chosen.begin(), chosen.end(), column) == chosen.end()) chosen.push_back(column);
         }
     }
     if (names.empty()) {
@@ -93,9 +99,11 @@ void openDatabase(CDatabase& database, const std::string& target) {
         if (target.find(';') != std::string::npos) {
             throw UsageError("the path \"" + target + "\" has a \";\", which the driver takes for its end");
         }
-        if (::stat(target.c_str(), &status) != 0)
+        const int failed = ::stat(target.c_str(), &status) == 0 ? 0 : errno;
+        if (failed == ENOENT || failed == ENOTDIR)
             throw UsageError("there is no database file \"" + target + "\"");
-        if (S_ISDIR(status.st_mode)) throw UsageError("\"" + target + "\" is a folder, not a database file");
+        if (failed == 0 && S_ISDIR(status.st_mode))
+            throw UsageError("\"" + target + "\" is a folder, not a database file");
     }
     database.Open(target.c_str(), CDatabase::openExisting);
 }
@@ -122,14 +130,17 @@ TableColumns columnsOf(const CDatabase& database, const CString& table, const Se
         const ColumnKind* const kind =
             overridden != overrides.end() ? overridden->second : kindFor(column->nType);
         if (kind != nullptr) {
-            columns.bound.push_back(
-                {name, column->strName, kind, kind->makeCell(), column->fNullable != FALSE});
+            columns.bound.push_back({name, column->strName, kind, kind->makeCell(),
+                                     column->fNullable != FALSE, column->fGenerated != FALSE});
             if (selection.plain) columns.bound.back().cell->value().SetFormat(nullptr);
         } else {
             columns.leftOut.push_back({name, visible(column->strTypeName), "not bindable"});
         }
     }
-    if (columns.bound.empty()) throw DataError("no column of table " + visible(table) + " can be bound");
+    if (columns.bound.empty()) {
+        throw DataError("no column of table " + visible(table) +
+                        " can be bound by its type; --as COLUMN=TYPE binds one");
+    }
     return columns;
 }
 
@@ -139,20 +150,39 @@ std::unique_ptr<Cell> makeCellFor(const BoundColumn& column) {
     return cell;
 }
 
+void tellLeftOut(Console& console, const CString& table, const std::string& column, const std::string& why) {
+    console.tell("table " + visible(table) + ", column " + column + " is left out: " + why);
+}
+
 void tellLeftOut(Console& console, const CString& table, const std::vector<LeftOutColumn>& leftOut) {
     for (const LeftOutColumn& column : leftOut) {
-        console.tell("table " + visible(table) + ", column " + column.name +
-                     (column.type.empty() ? "" : " (" + column.type + ")") +
-                     " is left out: " + column.reason);
+        const std::string type = column.type.empty() ? "" : " (" + column.type + ")";
+        tellLeftOut(console, table, column.name + type, column.advice());
     }
 }
 
 // Reading
 // ----------------------------------------------------------------------------------------------------------
 
+namespace {
+
+std::string askedBy(const Selection& selection) {
+    std::string text;
+    if (!selection.filter.empty()) text = "the condition \"" + selection.filter + "\"";
+    if (!selection.sort.empty())
+        text += (text.empty() ? "" : ", ") + ("the order \"" + selection.sort + "\"");
+    return text;
+}
+
+}  // namespace
+
 TableReader::TableReader(const CDatabase& database, const CString& table, BoundColumns& columns,
                          const Selection& selection, Refusals* refusals)
-    : m_columns(columns), m_refusals(refusals), m_refused(columns.size()), m_rows(database, *this) {
+    : m_columns(columns),
+      m_refusals(refusals),
+      m_refused(columns.size()),
+      m_asked(askedBy(selection)),
+      m_rows(database, *this) {
     const auto condition = [](const std::string& text, const char* what) { return ansi(text, what); };
     m_rows.OpenTable(table, CDatabaseRecordset::readOnly, condition(selection.filter, "the condition"),
                      condition(selection.sort, "the order"));
@@ -174,9 +204,19 @@ void TableReader::Rows::OnRefused(const CDatabaseColumn& column, const void* fie
     }
 }
 
+bool TableReader::moveNext() {
+    try {
+        return m_rows.MoveNext() != FALSE;
+    } catch (CDBException*) {
+        if (m_asked.empty() || row() != 0) throw;
+        const std::string text = takeCaughtText();
+        throw DataError(m_asked + ": " + text);
+    }
+}
+
 bool TableReader::next() {
     std::fill(m_refused.begin(), m_refused.end(), false);
-    if (!m_rows.MoveNext()) return false;
+    if (!moveNext()) return false;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         BoundColumn& column = m_columns[i];
         if (m_refused[i]) {
@@ -201,15 +241,17 @@ bool TableReader::next() {
 TableWriter::TableWriter(const CDatabase& database, const CString& table, BoundColumns& columns)
     : m_columns(columns), m_rows(database) {
     m_rows.OpenTable(table, CDatabaseRecordset::updatable);
-    for (BoundColumn& column : m_columns)
-        column.cell->bind(m_rows, column.ansiName);
+    for (BoundColumn& column : m_columns) {
+        if (!column.generated) column.cell->bind(m_rows, column.ansiName);
+    }
 }
 
 void TableWriter::add() {
     ++m_row;
     m_rows.AddNew();
-    for (BoundColumn& column : m_columns)
-        atPlace(m_row, column.name, [&] { column.cell->store(m_rows); });
+    for (BoundColumn& column : m_columns) {
+        if (!column.generated) atPlace(m_row, column.name, [&] { column.cell->store(m_rows); });
+    }
     m_rows.Update();
 }
 

@@ -34,7 +34,8 @@ struct BoundColumn {
     CString ansiName;
     const ColumnKind* kind;
     std::unique_ptr<Cell> cell;
-    bool nullable = true;  ///< false if the database promises that no value is undefined
+    bool nullable = true;    ///< false if the database promises that no value is undefined
+    bool generated = false;  ///< the database computes the values; they are not written
 };
 using BoundColumns = std::vector<BoundColumn>;
 
@@ -46,6 +47,9 @@ struct LeftOutColumn {
     std::string name;  ///< UTF-8, one line
     std::string type;  ///< the declared type, UTF-8
     std::string reason;
+
+    /// The reason, and what the user can do about it.
+    std::string advice() const { return reason + " by its type; --as " + name + "=TYPE binds it"; }
 };
 
 /// What a table's columns mean to the program.
@@ -59,6 +63,8 @@ struct TableColumns {
 TableColumns columnsOf(const CDatabase& database, const CString& table, const Selection& selection);
 /// Throws a UsageError if there is no such table.
 void requireTable(const CDatabase& database, const CString& table);
+/// Names a column that is left out.
+void tellLeftOut(Console& console, const CString& table, const std::string& column, const std::string& why);
 /// Names the columns that are left out.
 void tellLeftOut(Console& console, const CString& table, const std::vector<LeftOutColumn>& leftOut);
 
@@ -84,6 +90,8 @@ class TableReader {
     LONGLONG row() const noexcept { return m_rows.GetRowNumber(); }
 
   private:
+    bool moveNext();
+
     class Rows final : public CDatabaseRecordset {
       public:
         Rows(const CDatabase& database, TableReader& reader)
@@ -99,10 +107,11 @@ class TableReader {
     BoundColumns& m_columns;
     Refusals* m_refusals;
     std::vector<bool> m_refused;  // of the current row
+    std::string m_asked;          // the condition and the order, to be named when they are wrong
     Rows m_rows;
 };
 
-/// Adds rows to a table from cells.
+/// Adds rows to a table from cells, but those of generated columns.
 class TableWriter {
   public:
     TableWriter(const CDatabase& database, const CString& table, BoundColumns& columns);

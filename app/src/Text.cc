@@ -38,6 +38,13 @@ std::string withoutControls(std::string_view text, Replacement&& replacement) {
     return result;
 }
 
+// The length of the UTF-8 that the bytes begin with.
+std::size_t utf8Length(std::string_view bytes) {
+    std::string ignored;
+    const nkcp::Conversion end = nkcp::appendCp1252FromUtf8(bytes, ignored, nkcp::Unmappable::bestFit);
+    return end.complete ? bytes.size() : end.position;
+}
+
 bool startsCharacter(char ch) noexcept {
     return (static_cast<unsigned char>(ch) & 0xC0) != 0x80;
 }
@@ -105,12 +112,33 @@ std::string sentence(std::string_view text) {
     return withoutControls(text, [](char) { return " "; });
 }
 
+std::string printable(std::string_view bytes) {
+    std::string text;
+    while (!bytes.empty()) {
+        const std::size_t length = utf8Length(bytes);
+        for (const char ch : bytes.substr(0, length)) {
+            const bool control = static_cast<unsigned char>(ch) < 0x20 || ch == 0x7F;
+            text += control ? pictureOf(ch) : std::string(1, ch);
+        }
+        if (length == bytes.size()) break;
+        text += "\xEF\xBF\xBD";
+        bytes.remove_prefix(length + 1);
+    }
+    return text;
+}
+
+std::string counted(LONGLONG number, std::string_view thing) {
+    return std::to_string(number) + " " + std::string(thing) + (number == 1 ? "" : "s");
+}
+
 CString ansi(std::string_view utf8, std::string_view what) {
     std::string text;
     const bool complete = nkcp::appendCp1252FromUtf8(utf8, text).complete;
     if (!complete || text.find('\0') != std::string::npos) {
-        throw UsageError(std::string(what) + " \"" + std::string(utf8) +
-                         "\" has a character that code page 1252 does not have");
+        throw UsageError(std::string(what) + " \"" + std::string(utf8) + "\" " +
+                         (utf8Length(utf8) == utf8.size()
+                              ? "has a character that code page 1252 does not have"
+                              : "is no UTF-8"));
     }
     return CString(std::string_view(text));
 }

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "nkfw/String.h"
+#include "nkfw/Types.h"
 
 namespace nkdt::app {
 
@@ -18,7 +19,13 @@ std::string utf8(std::string_view text);
 std::string visible(std::string_view text);
 /// A message of a library or a database as one sentence of UTF-8: line ends become blanks.
 std::string sentence(std::string_view text);
-/// UTF-8 as a library text. Throws a UsageError that begins with @p what if code page 1252 cannot hold it.
+/// What came from outside as one line of UTF-8: control characters as visible() shows them, bytes that are no
+/// UTF-8 as U+FFFD.
+std::string printable(std::string_view bytes);
+/// "1 row", "2 rows"
+std::string counted(LONGLONG number, std::string_view thing);
+/// UTF-8 as a library text. Throws a UsageError that begins with @p what if code page 1252 cannot hold it, or
+/// if it is no UTF-8.
 CString ansi(std::string_view utf8, std::string_view what);
 
 /// The number of characters of a UTF-8 text.

@@ -51,9 +51,11 @@ bool LineReader::next(std::string& line) {
 
 std::string requireLine(LineReader& lines) {
     std::string line;
-    if (!lines.next(line))
+    if (!lines.next(line)) {
+        if (lines.number() == 0) throw DataError("the file is empty");
         throw DataError("the file ends behind its line " + std::to_string(lines.number()) +
                         ", before its last line");
+    }
     if (!line.empty() && line.back() == '\r') line.pop_back();
     return line;
 }

@@ -209,7 +209,11 @@ void CArchiveException::GetErrorMessage(LPTSTR pszText, UINT nMaxLen) const noex
 // ---- CDBException
 
 CDBException::CDBException(SHORT nRetCode, LPCTSTR lpszState, INT nNativeError, LPCTSTR lpszError)
-    : m_nRetCode(nRetCode), m_strState(lpszState), m_nNativeError(nNativeError), m_strError(lpszError) {}
+    : m_nRetCode(nRetCode),
+      m_strState(lpszState),
+      m_nNativeError(nNativeError),
+      m_strError(lpszError),
+      m_strReason(m_strError) {}
 
 const CRuntimeClass* CDBException::GetThisClass() noexcept {
     return &classDBException;

@@ -30,9 +30,12 @@ class NKDT_HIDDEN CMemoryDialog::Item : public CWnd {
     void SetFailure(Failure eFailure) noexcept { m_eFailure = eFailure; }
 
   protected:
+    void CheckAccess() const {
+        if (m_eFailure == FailAccess) throw new CInvalidArgException;
+    }
     // Tells whether this access fails quietly.
     bool Fails(Failure eFailure) const {
-        if (m_eFailure == FailAccess) throw new CInvalidArgException;
+        CheckAccess();
         return m_eFailure == eFailure;
     }
 
@@ -48,7 +51,7 @@ class NKDT_HIDDEN CMemoryDialog::Edit final : public Item {
 
   protected:
     INT TextLength() const override {
-        Fails(FailNot);
+        CheckAccess();
         return m_strText.GetLength();
     }
     INT ReadText(LPTSTR pchBuffer, INT nMost) const override {
@@ -73,11 +76,11 @@ class NKDT_HIDDEN CMemoryDialog::CheckBox final : public Item {
 
   protected:
     CheckState ReadCheck() const override {
-        Fails(FailNot);
+        CheckAccess();
         return m_state;
     }
     void WriteCheck(CheckState state) override {
-        Fails(FailNot);
+        CheckAccess();
         m_state = state;
     }
     BOOL IsThreeState() const override { return m_bThreeState; }

@@ -4,6 +4,7 @@
 /// All value classes and the framework types that their interface uses.
 
 #include "nkdt/DialogExchange.h"
+#include "nkdt/DialogFields.h"
 #include "nkdt/NkDtBasis.h"
 #include "nkdt/NkDtBool.h"
 #include "nkdt/NkDtChar.h"

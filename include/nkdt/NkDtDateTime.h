@@ -106,7 +106,8 @@ class NKDT_API NkDtDateTime : public nkdt::StoredValue<NkDtDateTime> {
         SqlMonthFirst = 1,  ///< 'MM.DD.YYYY hh:mm'
     };
 
-    /// Undefined in that mode (3: the default); for NkDtWmDefined the current local date and time.
+    /// Undefined in that mode (3: the default); for NkDtWmDefined the current local date and time. Where the
+    /// default is NkDtWmDefined, mode 3 makes a defined empty value.
     NkDtDateTime(NkDtWorkingMode eMode = NkDtWmDefault);
     /// The fields of a broken-down time from the second to the year, checked. Its `tm_year` is the year
     /// itself from 1000 on, else the years since 1900.
@@ -144,7 +145,8 @@ class NKDT_API NkDtDateTime : public nkdt::StoredValue<NkDtDateTime> {
         : NkDtDateTime(NkDtShort(nDay), NkDtShort(nMonth), NkDtShort(nYear), NkDtShort(nHour),
                        NkDtShort(nMin), NkDtShort(nSecond)) {}
     /// Reads a date "TT.MM.JJJJ", a time of day "HH:MM" or "HH:MM:SS", or, in 16 characters at least, both,
-    /// the time from the twelfth character on. Days and months may have one digit, years two.
+    /// the time from the twelfth character on. Days and months may have one digit, years two. What follows
+    /// both is passed over. Causes: 5 "Ungültiger Initialwert" for null and a text in another form, 25 to 30.
     NkDtDateTime(LPCTSTR pszText, FormOfDateTimeString eForm = DateAndTime);
     /// The base state of @p r; its text read as above, the empty value when it is undefined or empty.
     NkDtDateTime(const NkDtString& r, FormOfDateTimeString eForm = DateAndTime);
@@ -238,7 +240,8 @@ class NKDT_API NkDtDateTime : public nkdt::StoredValue<NkDtDateTime> {
     /// Sets the year, with the rules of SetYear(): what is 99 or less is a year of the current century.
     void AddYear(SHORT nYears);
     void SubYear(SHORT nYears);
-    /// The days that are carried over are cut to 16 bits.
+    /// The days that are carried over are cut to 16 bits: from 32768 days on the date goes elsewhere, without
+    /// an error. This holds for minutes too.
     void AddHour(LONG nHours);
     void SubHour(LONG nHours);
     void AddMin(LONG nMinutes);
@@ -377,13 +380,13 @@ class NKDT_API NkDtDateTime : public nkdt::StoredValue<NkDtDateTime> {
     /// Null for an undefined value; invalid for a date that such a date cannot hold.
     operator COleDateTime() const;
 
-    /// The value moved by the duration's minutes, a copy otherwise. Undefined in mode 3 when both are
-    /// undefined or one is missing.
+    /// The value moved by the duration's whole minutes as AddMin() moves it, a copy otherwise. Undefined in
+    /// mode 3 when both are undefined or one is missing.
     friend NkDtDateTime operator+(const NkDtDateTime& a, const NkDtTime& t) { return a.Moved(t, true); }
     friend NkDtDateTime operator-(const NkDtDateTime& a, const NkDtTime& t) { return a.Moved(t, false); }
-    /// Hours and minutes from @p b to @p a. Within one year a leap day counts as none. Whole years are left
-    /// out when the later date has the earlier day of the year: 10.01.2005 less 01.06.2004 gives -3408 hours.
-    /// Undefined as above.
+    /// Hours and minutes from @p b to @p a, rounded down: a second more gives 00:00, a second less -00:01.
+    /// Within one year a leap day counts as none. Whole years are left out when the later date has the
+    /// earlier day of the year: 10.01.2005 less 01.06.2004 gives -3408 hours. Undefined as above.
     friend NkDtTime operator-(const NkDtDateTime& a, const NkDtDateTime& b) { return Difference(a, b); }
 
     // By the six fields, year first. Error 2 when an operand is missing; a null one compares by its stored

@@ -105,7 +105,8 @@ class NKDT_API NkDtDouble : public nkdt::RealNumber<NkDtDouble> {
     void SetFromOFL(LPCTSTR pszOFL, const NkFormat* pFormat = nullptr) override;
     /// As `%.16G` prints it in the C locale; an undefined text for an undefined value.
     NkDtString ConvToExtern(BOOL& rfDefiniert, USHORT& rusVersion) const override;
-    /// Reads the text as the construction from text does.
+    /// Reads the text as the construction from text does, so that a text without a number is 0. Error 1,
+    /// cause 8, for a number beyond the range.
     void SetFromExtern(const NkDtString* pExternData, BOOL fDefiniert, USHORT usVersion) override;
 
     /// Stores the number, modified if it differs, and becomes defined.

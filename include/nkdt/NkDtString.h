@@ -259,10 +259,11 @@ class NKDT_API NkDtString : public NkDtBasis {
     /// nicht möglich", nothing changed, for a direction that is not known or not available.
     void ConvertCodePage(NkDtCodepageWandlung eWandlung);
 
-    /// Appends and becomes defined; modified unless the added text is empty. An empty text added changes
-    /// nothing, and two undefined texts change nothing. The source may lie inside this text. Error 1 (cause
-    /// 8) when the text would reach 2147483647 characters; error 5 for null.
+    /// Appends and becomes defined; modified unless the added text is empty. An empty defined text makes an
+    /// undefined one defined and empty; an undefined text added changes nothing. The source may lie inside
+    /// this text. Error 1 (cause 8) when the text would reach 2147483647 characters.
     NkDtString& operator+=(const NkDtString& r);
+    /// The same, but an empty text added changes nothing, not even the definedness; error 5 for null.
     NkDtString& operator+=(const CString& r);
     NkDtString& operator+=(LPCTSTR psz);
     /// Appends the character, NUL too. Error 8 when the text is full.

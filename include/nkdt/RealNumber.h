@@ -270,6 +270,8 @@ class NKDT_API RealNumber : public StoredValue<Derived> {
     friend NkDtString operator+(const Derived& a, const NkDtString& b) { return NkDtString(a) + b; }
     friend NkDtString operator+(LPCTSTR a, const Derived& b) { return a + NkDtString(b); }
     friend NkDtString operator+(const Derived& a, LPCTSTR b) { return NkDtString(a) + b; }
+    friend NkDtString operator+(const CString& a, const Derived& b) { return a + NkDtString(b); }
+    friend NkDtString operator+(const Derived& a, const CString& b) { return NkDtString(a) + b; }
 
     // Comparing is exact and raises error 2 "Undefinierter Wert" when an operand is missing; a null one
     // compares by its stored value.

@@ -166,6 +166,8 @@ class NKDT_API WholeNumber : public StoredValue<Derived> {
     friend NkDtString operator+(const Derived& a, const NkDtString& b) { return NkDtString(a) + b; }
     friend NkDtString operator+(LPCTSTR a, const Derived& b) { return a + NkDtString(b); }
     friend NkDtString operator+(const Derived& a, LPCTSTR b) { return NkDtString(a) + b; }
+    friend NkDtString operator+(const CString& a, const Derived& b) { return a + NkDtString(b); }
+    friend NkDtString operator+(const Derived& a, const CString& b) { return NkDtString(a) + b; }
 
     // Comparing raises error 2 "Undefinierter Wert" when an operand is missing; a null one compares by its
     // stored value.
@@ -274,6 +276,8 @@ class NKDT_API WholeNumber : public StoredValue<Derived> {
     void SetFromOFL(LPCTSTR pszOFL, const NkFormat* pFormat = nullptr) override;
     /// The digits of the stored value, also when the value is undefined.
     NkDtString ConvToExtern(BOOL& rfDefiniert, USHORT& rusVersion) const override;
+    /// Reads the text as the construction from text does, up to a separator ("12,9" is 12). Error 1, cause 5
+    /// or 8, for a text that is refused.
     void SetFromExtern(const NkDtString* pExternData, BOOL fDefiniert, USHORT usVersion) override;
 
     /// Stores the number, modified if it differs, and makes the value defined. Error 8 when it does not fit.

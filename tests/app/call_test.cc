@@ -1,5 +1,8 @@
 #include <sys/stat.h>
 
+#include <cerrno>
+#include <cstring>
+
 #include "AppTest.h"
 #include "TemporaryFile.h"
 
@@ -66,6 +69,7 @@ TEST_F(Calls, ThatNameNoDatabaseAreWrong) {
     expectWrongCall({"show", folder.file("a;b.db"), "Kunden"}, "\";\"");
     expectWrongCall({"show", folder.file(""), "Kunden"}, "folder");
     expectWrongCall({"show", "", "Kunden"}, "no database");
+    expectWrongCall({"show", folder.file("test.db/x.db"), "Kunden"}, "no database file");
     EXPECT_EQ(filesIn(folder.file("")), std::vector<std::string>{"test.db"})
         << "a mistyped path makes no file";
 }
@@ -88,6 +92,8 @@ TEST_F(Calls, ThatNameNoColumnOrTypeAreWrong) {
     expectWrongCall({"show", database, "Kunden", "--as", "Name"}, "COLUMN=TYPE");
     expectWrongCall({"show", database, "Kunden", "--as", "Name=Zahl"}, "no type \"Zahl\"");
     expectWrongCall({"show", database, "Kunden", "--as", "Name=String", "--as", "name=Long"}, "twice");
+    expectWrongCall({"show", database, "Kunden", "--columns", "Nummer,Name,nummer"},
+                    "--columns names the column Nummer twice");
     expectWrongCall({"check", database, "Kunden", "Bilder", "--as", "Name=String"}, "one table");
 }
 
@@ -100,17 +106,34 @@ TEST_F(Calls, ThatNameNoFileAreWrong) {
                     "no folder");
 }
 
+TEST_F(Calls, WithNamesThatAreNoUtf8AreToldInUtf8) {
+    expectWrongCall({"show", database, "Kund\xFC"}, "the table \"Kund\xEF\xBF\xBD\" is no UTF-8");
+    expectWrongCall({"show", folder.file("\xFC.db"), "Kunden"}, "/\xEF\xBF\xBD.db\"");
+    expectWrongCall({"show", database, "Kunden", "--as", "a\nb=Long"}, "no column \"a␊b\"");
+    expectWrongCall({"show", database, "客户\uFFFD"}, "\"客户\uFFFD\" has a character that code page 1252");
+}
+
 TEST_F(Calls, FailWithTheDataForAFileThatIsNoDatabase) {
-    writeFile(folder.file("text.db"), std::string(5000, 'x'));
-    const Outcome outcome = call({"show", folder.file("text.db"), "Kunden"});
+    const std::string file = folder.file("text.db");
+    writeFile(file, std::string(5000, 'x'));
+    const Outcome outcome = call({"show", file, "Kunden"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.err, Not(IsEmpty()));
+    EXPECT_THAT(outcome.err, HasSubstr("\"" + file + "\": "));
+}
+
+TEST_F(Calls, FailWithTheSystemsReasonForAPathThatCannotBeLookedAt) {
+    const std::string path = folder.file(std::string(300, 'x'));
+    const Outcome outcome = call({"show", path, "Kunden"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("\"" + path + "\""));
+    EXPECT_THAT(outcome.err, HasSubstr(std::strerror(ENAMETOOLONG)));
 }
 
 TEST_F(Calls, FailWithTheDataWhenNoColumnCanBeBound) {
     const Outcome outcome = call({"show", database, "Bilder"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("no column of table Bilder can be bound"));
+    EXPECT_THAT(outcome.err,
+                HasSubstr("no column of table Bilder can be bound by its type; --as COLUMN=TYPE binds one"));
 }
 
 TEST_F(Calls, OfTheProgramEndWithTheSameStatus) {

@@ -1,4 +1,5 @@
 #include "AppTest.h"
+#include "NewRow.h"
 #include "ScreenDialog.h"
 
 using namespace nktest;
@@ -63,18 +64,15 @@ TEST_F(Demo, TellsTheRoadOfOneAmountThatIsCorrectedInTheDialog) {
               "-27021597764222970");
 }
 
-TEST_F(Demo, WritesThePictureOfTheDialogWhereItHasOne) {
-    const Outcome outcome = call({"demo", database, "--picture", folder.file("bild.png")});
-    if (!nkdt::app::hasScreenDialogs()) {
+TEST_F(Demo, HasNoPictureWithoutDialogs) {
+    if (nkdt::app::hasScreenDialogs()) GTEST_SKIP() << "built with dialogs";
+    for (const Arguments& wish : {Arguments{"--picture", folder.file("bild.png")}, Arguments{"--dialog"}}) {
+        Arguments arguments{"demo", database};
+        arguments.insert(arguments.end(), wish.begin(), wish.end());
+        const Outcome outcome = call(arguments);
         EXPECT_EQ(outcome.status, 2);
         EXPECT_THAT(outcome.err, HasSubstr("without dialogs"));
-        return;
     }
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_TRUE(contentOf(folder.file("bild.png")).starts_with("\x89PNG"));
-    const Outcome nowhere = call({"demo", folder.file("b.db"), "--picture", folder.file("fehlt/bild.png")});
-    EXPECT_EQ(nowhere.status, 1);
-    EXPECT_THAT(nowhere.err, HasSubstr("fehlt/bild.png"));
 }
 
 TEST_F(Demo, EntersTheAmountItselfWhereNobodySeesTheDialog) {
@@ -85,6 +83,43 @@ TEST_F(Demo, EntersTheAmountItselfWhereNobodySeesTheDialog) {
     const Outcome outcome = callProgram(folder, {"demo", database, "--dialog"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("entered -9.007.199.254.740.990,00"));
+}
+
+TEST_F(Demo, EntersTheAmountItselfWhereTheDisplayDoesNotAnswer) {
+    if (programFile().empty()) GTEST_SKIP() << "NKDT_PROGRAM is not set";
+    if (!nkdt::app::hasScreenDialogs()) GTEST_SKIP() << "built without dialogs";
+    for (const char* name : {"WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        ASSERT_EQ(::unsetenv(name), 0);
+    ASSERT_EQ(::setenv("DISPLAY", ":9999", 1), 0);
+    const Outcome outcome = callProgram(folder, {"demo", database, "--dialog"});
+    ASSERT_EQ(::unsetenv("DISPLAY"), 0);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("entered -9.007.199.254.740.990,00"));
+}
+
+TEST_F(Demo, TellsAPersonWhyARowCannotBeANewOne) {
+    const std::string path = makeDatabase(
+        folder, "a.db",
+        {"CREATE TABLE t (n INTEGER PRIMARY KEY, s SMALLINT)", "INSERT INTO t VALUES (1, 1), (1005, NULL)"});
+    CDatabase db;
+    db.Open(path.c_str());
+    auto columns = nkdt::app::columnsOf(db, CString("t"), nkdt::app::Selection());
+    const auto refusals = [&](const char* number, const char* quantity) {
+        columns.bound[0].cell->value().SetFromOFL(number);
+        columns.bound[1].cell->value().SetFromOFL(quantity);
+        std::vector<std::string> texts;
+        for (const auto& refusal : nkdt::app::refusalsOfNewRow(db, CString("t"), columns.bound))
+            texts.push_back(columns.bound[refusal.column].name + ": " + utf8(refusal.reason.View()));
+        return texts;
+    };
+    using testing::ElementsAre;
+    using testing::StartsWith;
+    EXPECT_THAT(refusals("1", "1"), IsEmpty());
+    EXPECT_THAT(refusals("6", ""), IsEmpty());
+    EXPECT_THAT(refusals("5", "1"), ElementsAre("n: Die Zeile 1005 gibt es schon."));
+    EXPECT_THAT(refusals("", "1"), ElementsAre("n: Dieses Feld darf nicht leer sein."));
+    EXPECT_THAT(refusals("2147483647", "32767"), ElementsAre(StartsWith("n: "), StartsWith("s: ")));
+    EXPECT_EQ(columns.bound[0].cell->value().ConvToOFL(), CString("2147483647")) << "as it was";
 }
 
 TEST_F(Demo, LeavesADatabaseThatTheOtherCommandsTake) {

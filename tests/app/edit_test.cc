@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <functional>
 
 #include "AppTest.h"
 #include "Error.h"
+#include "ScreenDialog.h"
 #include "StoredRow.h"
 
 using namespace nktest;
@@ -45,6 +47,9 @@ class Edit : public EachDatabase {
     }
 
     StoredRow open(const std::string& key = "1") { return StoredRow(db, ansi("Waren"), key, Selection()); }
+
+    /// A column that holds 15 digits before the point.
+    std::string decimal() const { return isPostgresql() ? "NUMERIC(17,2)" : "NUMERIC"; }
 
     static NkDtBasis& valueOf(StoredRow& row, std::string_view column) {
         for (auto& bound : row.columns()) {
@@ -138,8 +143,47 @@ TEST_P(Edit, CollectsEveryRefusalAndChangesNothing) {
 TEST_P(Edit, RefusesACharacterOutsideTheCodePageAtItsColumn) {
     const Outcome outcome = edit("1", {"Name=中", "Preis=1"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err, "nkdt: column Name: Das Zeichen U+4E2D kann nicht gespeichert werden.\n");
+    EXPECT_EQ(outcome.err,
+              "nkdt: column Name: the text \"中\" has a character that code page 1252 does not have\n");
     EXPECT_EQ(value("SELECT \"Name\" FROM \"Waren\" WHERE \"Nummer\" = 1"), "Hammer");
+}
+
+TEST_P(Edit, CollectsWhatTheColumnsThemselvesRefuse) {
+    execute("CREATE TABLE t (n INTEGER PRIMARY KEY, a " + decimal() + " NOT NULL, b " + decimal() +
+            ", c VARCHAR(9) NOT NULL, d " + decimal() + ", e " + decimal() + ")");
+    execute("INSERT INTO t VALUES (1, 1, 1, 'x', 1, 1)");
+    const char* const tooLong = "12345678901234567,5";
+    const Outcome outcome = call({"edit", target(), "t", "1", "--set", std::string("e=") + tooLong, "--set",
+                                  "d=2", "--set", "c=", "--set", std::string("b=") + tooLong, "--set", "a="});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, IsEmpty());
+    EXPECT_THAT(outcome.err, testing::MatchesRegex("nkdt: column a: Dieses Feld darf nicht leer sein.\n"
+                                                   "nkdt: column b: .*12345678901234567.*\n"
+                                                   "nkdt: column c: Dieses Feld darf nicht leer sein.\n"
+                                                   "nkdt: column e: .*12345678901234567.*\n"));
+    EXPECT_THAT(outcome.err, Not(HasSubstr("Zeile")));
+    EXPECT_EQ(value("SELECT COUNT(*) FROM t WHERE a = 1 AND b = 1 AND c = 'x' AND d = 1 AND e = 1"), "1");
+    EXPECT_FALSE(db.IsInTransaction());
+}
+
+TEST_P(Edit, TellsWhatTheColumnsRefuseThoughTheDatabaseRefusesTheRest) {
+    execute("CREATE TABLE t (n INTEGER PRIMARY KEY, a " + decimal() + ", b INTEGER CHECK (b < 100))");
+    execute("INSERT INTO t VALUES (1, 1, 1)");
+    const Outcome outcome =
+        call({"edit", target(), "t", "1", "--set", "a=12345678901234567,5", "--set", "b=100"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, testing::StartsWith("nkdt: column a: "));
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1);
+    const Outcome again = call({"edit", target(), "t", "1", "--set", "a=2", "--set", "b=100"});
+    EXPECT_EQ(again.status, 1);
+    EXPECT_THAT(again.err, Not(HasSubstr("Zeile")));
+    EXPECT_EQ(value("SELECT COUNT(*) FROM t WHERE a = 1 AND b = 1"), "1");
+}
+
+TEST_P(Edit, RefusesAKeyThatIsEmptied) {
+    const Outcome outcome = edit("1", {"Nummer="});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "nkdt: column Nummer: Dieses Feld darf nicht leer sein.\n");
 }
 
 TEST_P(Edit, LeavesTheRowWhenTheDatabaseRefuses) {
@@ -174,6 +218,76 @@ TEST_P(Edit, FindsARowByADecimalAsShowPrintsIt) {
     EXPECT_EQ(value("SELECT \"Name\" FROM \"Konten\" WHERE \"Konto\" = -9007199254740992"), "y");
     EXPECT_EQ(call({"edit", target(), "Konten", "-9.007.199.254.740.992,50", "--set", "Name=z"}).status, 1);
     EXPECT_EQ(value("SELECT COUNT(*) FROM \"Konten\" WHERE \"Name\" = 'z'"), "0");
+}
+
+TEST_P(Edit, FindsARowByAKeyAsSqlWritesItWhereShowDoesNotTellIt) {
+    const auto expectFound = [&](const std::string& type, const std::string& stored, const char* key) {
+        execute("CREATE TABLE \"Werte\" (k " + type + " PRIMARY KEY, \"Name\" TEXT)");
+        execute("INSERT INTO \"Werte\" VALUES (" + stored + ", 'a')");
+        const Outcome outcome = call({"edit", target(), "Werte", key, "--set", "Name=b"});
+        EXPECT_EQ(outcome.status, 0) << type << ' ' << key << '\n' << outcome.err;
+        EXPECT_EQ(value("SELECT \"Name\" FROM \"Werte\""), "b");
+        execute("DROP TABLE \"Werte\"");
+    };
+    expectFound("DOUBLE PRECISION", "0.125", "0.125");
+    expectFound("DOUBLE PRECISION", "-1.5e-7", "-1.5e-07");
+    expectFound("DOUBLE PRECISION", "1e300", "1E+300");
+    expectFound("DOUBLE PRECISION", "0.1", "0,1");
+    expectFound("DATE", "'2004-03-06'", "2004-03-06");
+    expectFound("DATE", "'2004-03-06'", "6.3.2004");
+    expectFound("TIMESTAMP", "'2004-03-06 12:30:05'", "2004-03-06 12:30:05");
+    expectFound("TIMESTAMP", "'2004-03-06 12:30:05'", "06.03.2004 12:30:05");
+    expectFound("NUMERIC(10,3)", "0.125", "0.125");
+    expectFound("BOOLEAN", "'1'", "1");
+    expectFound("BOOLEAN", "'1'", "Ja");
+}
+
+TEST_P(Edit, ReadsAKeyAsAPersonBeforeItReadsItAsSql) {
+    execute("CREATE TABLE \"Werte\" (k NUMERIC(10,3) PRIMARY KEY, \"Name\" TEXT)");
+    execute("INSERT INTO \"Werte\" VALUES (1234, 'a'), (1.234, 'b')");
+    ASSERT_EQ(call({"edit", target(), "Werte", "1.234", "--set", "Name=x"}).status, 0);
+    EXPECT_EQ(value("SELECT \"Name\" FROM \"Werte\" WHERE k = 1234"), "x");
+    EXPECT_EQ(call({"edit", target(), "Werte", "1.235", "--set", "Name=y"}).status, 1);
+}
+
+TEST_P(Edit, NeverTakesAKeyForASimilarOne) {
+    EXPECT_EQ(edit("1.5", {"Name=neu"}).status, 2) << "no whole number";
+    EXPECT_EQ(edit("1x", {"Name=neu"}).status, 2);
+    execute("CREATE TABLE \"Orte\" (\"Ort\" VARCHAR(30) PRIMARY KEY, \"Zahl\" INTEGER)");
+    execute("INSERT INTO \"Orte\" VALUES ('Ulm', 1)");
+    EXPECT_EQ(call({"edit", target(), "Orte", "ulm", "--set", "Zahl=2"}).status, 1);
+    EXPECT_EQ(call({"edit", target(), "Orte", "Ulm ", "--set", "Zahl=2"}).status, 1);
+}
+
+TEST_P(Edit, TakesAKeyThatIsFilledUpWithBlanksWithoutThem) {
+    execute("CREATE TABLE \"Orte\" (\"Ort\" CHAR(5) PRIMARY KEY, \"Zahl\" INTEGER)");
+    execute("INSERT INTO \"Orte\" VALUES ('Ulm', 1)");
+    EXPECT_EQ(call({"edit", target(), "Orte", "Ulm", "--set", "Zahl=2"}).status, 0);
+    EXPECT_EQ(value("SELECT \"Zahl\" FROM \"Orte\""), "2");
+}
+
+TEST_P(Edit, LeavesOutTheColumnsThatTheCallDoesNotName) {
+    execute("ALTER TABLE \"Waren\" ADD COLUMN \"Fremd\" TEXT");
+    execute("UPDATE \"Waren\" SET \"Fremd\" = " + character(0x4E2D));
+    const Outcome unread = edit("1", {"Name=neu"});
+    EXPECT_EQ(unread.status, 1);
+    EXPECT_THAT(unread.err, HasSubstr("Fremd"));
+    EXPECT_EQ(call({"edit", target(), "Waren", "1", "--columns", "Preis,Name", "--set", "Name=neu"}).status,
+              0);
+    EXPECT_EQ(value("SELECT \"Name\" FROM \"Waren\" WHERE \"Nummer\" = 1"), "neu");
+    const Outcome outcome = call({"edit", target(), "Waren", "1", "--columns", "Preis", "--set", "Name=neu"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "nkdt: table Waren has no column \"Name\" among --columns\n");
+}
+
+TEST_P(Edit, HasTheKeyAmongTheColumnsInAnyCase) {
+    Selection selection;
+    selection.columns = {"Preis"};
+    StoredRow row(db, ansi("Waren"), "1", selection);
+    ASSERT_EQ(row.columns().size(), 2U);
+    EXPECT_EQ(row.columns()[row.key()].name, "Nummer");
+    selection.columns = {"Preis,Nummer,Name"};
+    EXPECT_EQ(StoredRow(db, ansi("Waren"), "1", selection).columns().size(), 3U);
 }
 
 TEST_P(Edit, ChangesTheKeyItself) {
@@ -367,6 +481,21 @@ TEST(EditWithoutADisplay, SaysSoAndNamesTheOtherWay) {
     EXPECT_THAT(outcome.err, HasSubstr("--set COLUMN=TEXT"));
 }
 
+TEST(EditWithoutADisplay, SaysSoWhenTheOneThatIsNamedDoesNotAnswer) {
+    if (programFile().empty()) GTEST_SKIP() << "NKDT_PROGRAM is not set";
+    if (!nkdt::app::hasScreenDialogs()) GTEST_SKIP() << "built without dialogs";
+    const TemporaryFolder folder;
+    const std::string database =
+        makeDatabase(folder, "a.db", {"CREATE TABLE t (n INTEGER PRIMARY KEY)", "INSERT INTO t VALUES (1)"});
+    for (const char* name : {"WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        ASSERT_EQ(::unsetenv(name), 0);
+    ASSERT_EQ(::setenv("DISPLAY", ":9999", 1), 0);
+    const Outcome outcome = callProgram(folder, {"edit", database, "t", "1"});
+    ASSERT_EQ(::unsetenv("DISPLAY"), 0);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, HasSubstr("nkdt: there is no display for a dialog; --set COLUMN=TEXT"));
+}
+
 TEST(EditOfSqlite, KeepsAllDigitsOfARowInAColumnOfTexts) {
     const TemporaryFolder folder;
     const std::string database =
@@ -377,6 +506,6 @@ TEST(EditOfSqlite, KeepsAllDigitsOfARowInAColumnOfTexts) {
     EXPECT_EQ(valueOf(database, "SELECT d FROM t"), "-12345678901234567.8901234567");
     const Outcome outcome = call({"edit", database, "t", "1", "--set", "e=12.345.678.901.234.567,5"});
     EXPECT_EQ(outcome.status, 1) << "the column would round it";
-    EXPECT_THAT(outcome.err, HasSubstr("Spalte e"));
+    EXPECT_THAT(outcome.err, testing::StartsWith("nkdt: column e: "));
     EXPECT_EQ(valueOf(database, "SELECT e FROM t"), "1");
 }

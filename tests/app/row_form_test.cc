@@ -184,3 +184,84 @@ TEST_F(Forms, KeepATruthValueThatIsNeitherOneNorZero) {
     EXPECT_THAT(modified(), IsEmpty());
     EXPECT_EQ(static_cast<const NkDtBool&>(value(ready)).GetValue(), 2);
 }
+
+namespace {
+
+/// A dialog like one on a screen, whose controls do not hold every text.
+class ShortDialog final : public RowDialog {
+  public:
+    explicit ShortDialog(const nkdt::app::FormFields& fields)
+        : m_dialog(nkdt::app::makeMemoryDialog(fields)) {}
+    CDialogWnd& window() noexcept override { return m_dialog->window(); }
+    bool enter(int id, LPCTSTR text) override { return m_dialog->enter(id, text); }
+    void lock(int id, const CString& reason) override {
+        locked.push_back(std::to_string(id) + ": " + utf8(reason.View()));
+    }
+    void limit(int id, INT most) { dynamic_cast<CMemoryDialog&>(window()).SetTextLimit(id, most); }
+
+    std::vector<std::string> locked;
+
+  private:
+    std::unique_ptr<RowDialog> m_dialog;
+};
+
+}  // namespace
+
+TEST_F(Forms, ShowTheBeginningOfATextThatIsTooLongForItsControl) {
+    const std::string whole(150, 'x');
+    columns[name].cell->value().SetFromOFL(whole.c_str());
+    columns[name].cell->value().SetModified(FALSE);
+    ShortDialog screen(form->fields());
+    const int id = form->fields()[name].id;
+    screen.limit(id, 149);
+    form->load(screen);
+    EXPECT_EQ(utf8(form->shownText(screen, name).View()), std::string(100, 'x') + "…");
+    EXPECT_EQ(form->shownText(screen, number), "4711") << "the others are shown whole";
+    EXPECT_THAT(screen.locked,
+                testing::ElementsAre(std::to_string(id) + ": Der Text ist zu lang, um ihn hier zu ändern."));
+
+    EXPECT_FALSE(form->enter(screen, number, "4712"));
+    EXPECT_THAT(form->save(screen), IsEmpty());
+    EXPECT_EQ(modified(), std::vector<Column>{number});
+    EXPECT_EQ(static_cast<const NkDtString&>(value(name)), whole.c_str());
+
+    EXPECT_TRUE(screen.enter(id, "y"));
+    const RowForm::Refusals refusals = form->save(screen);
+    ASSERT_EQ(refusals.size(), 1U);
+    EXPECT_EQ(refusals[0].column, name);
+    EXPECT_EQ(utf8(refusals[0].reason.View()), "Der Text ist zu lang, um ihn hier zu ändern.");
+    EXPECT_EQ(static_cast<const NkDtString&>(value(name)), whole.c_str());
+
+    screen.limit(id, 150);
+    form->load(screen);
+    EXPECT_TRUE(screen.enter(id, "y"));
+    EXPECT_THAT(form->save(screen), IsEmpty());
+    EXPECT_EQ(static_cast<const NkDtString&>(value(name)), "y");
+}
+
+TEST_F(Forms, LockAValueThatItsFormatCannotShow) {
+    static const NkFormat narrow(4, 0, FormatDezimalTrennerKomma, FormatTausenderTrennerOhne,
+                                 FormatVorzeichenVorn, FormatVorzeichenNurMinus, 0, '0', 0, '0');
+    columns[number].cell->value().SetFromOFL("47110");
+    columns[number].cell->value().SetModified(FALSE);
+    columns[number].cell->value().SetFormat(&narrow);
+    ShortDialog screen(form->fields());
+    form->load(screen);
+    ASSERT_EQ(screen.locked.size(), 1U);
+    EXPECT_THAT(screen.locked[0], testing::StartsWith("1: "));
+    EXPECT_THAT(screen.locked[0], Not(HasSubstr("Folgefehler")));
+    EXPECT_THAT(form->save(screen), IsEmpty());
+    EXPECT_THAT(modified(), IsEmpty());
+    EXPECT_EQ(static_cast<const NkDtLong&>(value(number)).GetValue(), 47110);
+}
+
+TEST_F(Forms, LeaveAValueThatWasModifiedBeforeModified) {
+    columns[name].cell->value().SetModified(TRUE);
+    form->load(*dialog);
+    EXPECT_EQ(entered(number, "5"), "");
+    EXPECT_THAT(form->save(*dialog), IsEmpty());
+    EXPECT_EQ(modified(), (std::vector<Column>{number, name}));
+    EXPECT_EQ(entered(number, "4711"), "");
+    EXPECT_THAT(form->save(*dialog), IsEmpty());
+    EXPECT_EQ(modified(), std::vector<Column>{name});
+}

@@ -37,9 +37,10 @@ TEST_P(Show, AlignsByCharactersAndShowsUndefinedValuesAsEmpty) {
               "                    a       Köln         -1.234.567,80  31.12.1999\n");
 }
 
-TEST_P(Show, NamesAColumnThatNoClassTakes) {
+TEST_P(Show, NamesAColumnThatNoClassTakesAndWhatBindsIt) {
     EXPECT_THAT(show({}).err, HasSubstr("column Um ("));
-    EXPECT_THAT(show({}).err, HasSubstr(") is left out: not bindable\n"));
+    EXPECT_THAT(show({}).err, HasSubstr(") is left out: not bindable by its type; --as Um=TYPE binds it\n"));
+    EXPECT_THAT(show({"--as", "Um=String"}).err, IsEmpty());
 }
 
 TEST_P(Show, TakesTheColumnsInTheOrderAskedFor) {
@@ -82,20 +83,37 @@ TEST_P(Show, ShortensLongTextsOnlyWhenAsked) {
         << "a value stays on its line";
 }
 
-TEST_P(Show, FailsWithRowAndColumnForACharacterThatDoesNotFit) {
-    execute("INSERT INTO \"Größen\" (\"Name\") VALUES (" + character(0x4E2D) + ")");
-    const Outcome outcome = show({});
+TEST_P(Show, MarksAndTellsAValueThatCannotBeReadAndGoesOn) {
+    execute("DELETE FROM \"Größen\"");
+    execute("INSERT INTO \"Größen\" (\"Nummer\", \"Name\") VALUES (1, 'a'), (2, " + character(0x4E2D) +
+            "), (3, 'c')");
+    const Outcome outcome = show({"--columns", "Nummer,Name", "--sort", "\"Nummer\""});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("Zeile 4, Spalte Name: Zeichen U+4E2D"));
+    EXPECT_THAT(outcome.err, testing::StartsWith("nkdt: Zeile 2, Spalte Name: Zeichen U+4E2D"));
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+    EXPECT_EQ(outcome.out,
+              "Nummer  Name\n"
+              "------  ----\n"
+              "     1  a\n"
+              "     2  ✗\n"
+              "     3  c\n");
     EXPECT_EQ(show({"--best-fit"}).status, 0);
+    EXPECT_EQ(show({"--sort", "\"Nummer\"", "--limit", "1"}).status, 0) << "the row is not reached";
 }
 
 TEST_P(Show, FailsWithTheDatabasesOwnWordsForAWrongCondition) {
-    const Outcome outcome = show({"--where", "Quatsch ="});
+    const Outcome outcome = show({"--columns", "Nummer", "--where", "Quatsch ="});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.err, Not(IsEmpty()));
-    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 2)
-        << "the column left out and the error: " << outcome.err;
+    EXPECT_THAT(outcome.err, testing::StartsWith("nkdt: the condition \"Quatsch =\": "));
+    EXPECT_THAT(outcome.err, Not(HasSubstr("Zeile 1")));
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+}
+
+TEST_P(Show, NamesAWrongOrderToo) {
+    EXPECT_THAT(show({"--columns", "Nummer", "--sort", "Quatsch,,"}).err,
+                testing::StartsWith("nkdt: the order \"Quatsch,,\": "));
+    EXPECT_THAT(show({"--columns", "Nummer", "--where", "1 = 1", "--sort", "Quatsch"}).err,
+                testing::StartsWith("nkdt: the condition \"1 = 1\", the order \"Quatsch\": "));
 }
 
 TEST_P(Show, FailsWhenTheOutputIsFull) {

@@ -190,9 +190,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, BadExternFiles,
 
 TEST(ExternFiles, NameTheErrorAndItsColumn) {
     EXPECT_THAT(importContent("extern", externHead + "1:100:5\t1:100:a\n1:101:6\t1:100:b\nend 2\n").err,
-                HasSubstr("nkdt: row 2, column Nummer: Falsche Versionsnummer"));
+                HasSubstr("row 2, column Nummer: \"6\": Falsche Versionsnummer"));
     EXPECT_THAT(importContent("extern", externHead + "1:100:2147483648\t1:100:b\nend 1\n").err,
-                HasSubstr("row 1, column Nummer: Default-Catch / Folgefehler"));
+                HasSubstr("row 1, column Nummer: \"2147483648\": Default-Catch / Folgefehler"));
 }
 
 TEST(ExternFiles, WithABadHeadAreRefused) {
@@ -242,6 +242,16 @@ INSTANTIATE_TEST_SUITE_P(Values, BadSqlValues,
                                          "1, 5);", "x, 'a');", "1+1, 'a');", "(1), 'a');",
                                          "2147483648, 'a');", "1,'a');", ", 'a');", "'', 'a');",
                                          "1, '\xFF');", "1, '中');"));
+
+TEST(SqlFiles, NameTheTextThatIsNoValue) {
+    const auto errorOf = [](const std::string& values) {
+        return importContent("sql", sqlHead + "BEGIN;\n" + sqlStart + values + "\nCOMMIT;\n-- end 1\n").err;
+    };
+    EXPECT_THAT(errorOf("1+1, 'a');"), HasSubstr("row 1, column Nummer: \"1+1\": Ungültiger Initialwert"));
+    const std::string digits(100, '1');
+    EXPECT_THAT(errorOf(digits + ", 'a');"), HasSubstr("\"" + digits.substr(0, 39) + "…\": "))
+        << "a long text is shortened";
+}
 
 TEST(SqlFiles, WithANulInsideAreRefused) {
     std::string content =

@@ -35,6 +35,19 @@ TEST(VisibleText, ShowsControlCharactersAsOneSignEach) {
     EXPECT_EQ(visible("\x9D"), "\xEF\xBF\xBD");
 }
 
+TEST(PrintableText, IsOneLineOfUtf8WhateverComesFromOutside) {
+    EXPECT_EQ(printable("客户 für 5 €"), "客户 für 5 €");
+    EXPECT_EQ(printable("a\n\x1B[2J\x7F"), "a␊␛[2J␡");
+    EXPECT_EQ(printable("M\xFCller\xC3"), "M\xEF\xBF\xBDller\xEF\xBF\xBD");
+    EXPECT_EQ(printable(""), "");
+}
+
+TEST(CountedThings, AreOneOrSeveral) {
+    EXPECT_EQ(counted(0, "row"), "0 rows");
+    EXPECT_EQ(counted(1, "row"), "1 row");
+    EXPECT_EQ(counted(2, "column"), "2 columns");
+}
+
 TEST(VisibleText, KeepsLettersBeyondAscii) {
     EXPECT_EQ(visible("M\xFCller \x80"), "Müller €");
 }

@@ -193,7 +193,8 @@ TEST_P(Transfer, RefusesATableThatLacksAColumn) {
     insert(1, nullptr);
     ASSERT_EQ(exportTo(file).status, 0);
     EXPECT_THAT(importFrom(file, "Ziel").err,
-                HasSubstr("column Stück, but it cannot be written: not bindable"));
+                HasSubstr("column Stück, but it cannot be written: not bindable by its type; --as Stück=TYPE "
+                          "binds it"));
     execute("DROP TABLE \"Ziel\"");
     execute("CREATE TABLE \"Ziel\" (\"Nummer\" INTEGER, \"Stück\" SMALLINT)");
     EXPECT_THAT(importFrom(file, "Ziel").err, HasSubstr("table Ziel has no column Text"));
@@ -203,7 +204,15 @@ TEST_P(Transfer, RefusesAFileOfAnotherFormat) {
     writeFile(file, "Nummer;Name\n1;Müller\n");
     const Outcome outcome = importFrom(file, "Größen");
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("not have the format " + format()));
+    EXPECT_EQ(outcome.err,
+              "nkdt: file \"" + file + "\": the file does not have the format " + format() + "\n");
+}
+
+TEST_P(Transfer, NamesTheFileThatCannotBeRead) {
+    const Outcome outcome = importFrom("/dev/null", "Größen");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, testing::StartsWith("nkdt: file \"/dev/null\": "));
+    EXPECT_THAT(outcome.err, Not(HasSubstr("line 0")));
 }
 
 TEST_P(Transfer, ReplacesAFileOnlyByACompleteOne) {
@@ -272,6 +281,25 @@ TEST_P(Transfer, TellsDifferencesWithRowAndColumn) {
     EXPECT_EQ(rows.status, 1);
     EXPECT_THAT(rows.err, HasSubstr("row 2 is only in the first table"));
     EXPECT_EQ(call({"compare", target, "Größen", target, "Kopie", "--columns", "Nummer"}).status, 1);
+    const Outcome same = call({"compare", target, "Kopie", target, "Kopie", "--columns", "Nummer"});
+    EXPECT_EQ(same.out, "The tables are the same: 1 row, 1 column\n");
+}
+
+TEST_P(Transfer, TellsWhichColumnsOnlyOneTableHas) {
+    execute("CREATE TABLE \"Kopie\" (\"Stück\" SMALLINT, \"NUMMER\" INTEGER)");
+    const auto compareAll = [&] { return call({"compare", target, "Größen", target, "Kopie"}); };
+    EXPECT_EQ(compareAll().err,
+              "nkdt: the two tables have not the same columns: only the first has Text, \"alt\" & O'Neill, "
+              "Am\n");
+    execute("ALTER TABLE \"Kopie\" ADD COLUMN \"Ort\" TEXT");
+    EXPECT_THAT(compareAll().err, HasSubstr("O'Neill, Am; only the second has Ort\n"));
+    EXPECT_EQ(call({"compare", target, "Größen", target, "Größen", "--columns", "Nummer"}).status, 0);
+    execute("ALTER TABLE \"Größen\" DROP COLUMN \"Text, \"\"alt\"\" & O'Neill\"");
+    execute("ALTER TABLE \"Größen\" DROP COLUMN \"Am\"");
+    execute("ALTER TABLE \"Kopie\" DROP COLUMN \"Ort\"");
+    EXPECT_EQ(compareAll().err,
+              "nkdt: the two tables have not the same columns in the same order: --columns sets one\n");
+    EXPECT_EQ(call({"compare", target, "Größen", target, "Kopie", "--columns", "Nummer,Stück"}).status, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Transfer,

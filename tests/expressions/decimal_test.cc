@@ -169,6 +169,8 @@ void texts() {
     isText("Summe: " + d, "Summe: 12.5");
     isText(d + " EUR", "12.5 EUR");
     isText(NkDtString("Summe: ") + d, "Summe: 12.5");
+    isText(CString("Summe: ") + d, "Summe: 12.5");
+    isText(d + CString(" EUR"), "12.5 EUR");
     NkDtString s("Summe: ");
     s += d;
     isText(s, "Summe: 12.5");

@@ -226,6 +226,8 @@ void texts() {
     isText(d + " kg", "2.5 kg");
     isText(s + d, "Nr. 2.5");
     isText(d + s, "2.5Nr. ");
+    isText(CString("Nr. ") + d, "Nr. 2.5");
+    isText(d + CString(" kg"), "2.5 kg");
     isText(s += d, "Nr. 2.5");
     isText(s = d, "2.5");
     isText(NkDtString(d), "2.5");

@@ -318,6 +318,8 @@ void texts() {
     isText(n + " St.", "5 St.");
     isText(s + n, "Nr. 5");
     isText(n + s, "5Nr. ");
+    isText(CString("Nr. ") + n, "Nr. 5");
+    isText(n + CString(" St."), "5 St.");
     isText("Nr. " + n + "/" + Number(-6), "Nr. 5/-6");
     isText(s += n, "Nr. 5");
     isText(s = n, "5");

@@ -75,7 +75,7 @@ TEST(Exception, WithoutMemoryForAnotherExceptionTheOneOfExhaustedMemoryIsThrown)
         if (!fRefused) break;
         ++nFailures;
     }
-    EXPECT_EQ(nFailures, 3);  // the exception and its two texts
+    EXPECT_EQ(nFailures, 4);  // the exception, its state, and its text with and without the place
 }
 
 struct MessageRow {

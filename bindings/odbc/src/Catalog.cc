@@ -55,15 +55,6 @@ std::optional<std::string> postgresqlSchemaOf(const std::shared_ptr<Connection>&
     return query.getString(1);
 }
 
-bool sameTable(CDatabase::Dbms dbms, const std::string& found, const std::string& wanted) {
-    if (dbms != CDatabase::sqlite) return found == wanted;
-    const auto lower = [](char ch) {
-        return ch >= 'A' && ch <= 'Z' ? static_cast<char>(ch - 'A' + 'a') : ch;
-    };
-    return std::equal(found.begin(), found.end(), wanted.begin(), wanted.end(),
-                      [&](char a, char b) { return lower(a) == lower(b); });
-}
-
 // The numbers in parentheses behind a type's name are all that SQLite knows of lengths.
 void takeDeclaredNumbers(CDatabaseColumn& column, const std::string& declared) {
     const auto parenthesis = declared.find('(');
@@ -82,12 +73,38 @@ void takeModifier(CDatabaseColumn& column, int modifier) {
     column.nScale = ((modifier & 0x7FF) ^ 0x400) - 0x400;
 }
 
+// SQLite's driver knows neither generated columns nor the order of a key.
+std::vector<CDatabaseColumn> sqliteColumnsOf(const std::shared_ptr<Connection>& connection,
+                                             const std::string& table) {
+    constexpr int parameterOfVirtualTable = 1;  // what the column "hidden" tells; above it, generated
+    Statement rows(connection);
+    rows.prepare("SELECT name, type, \"notnull\", pk, hidden FROM pragma_table_xinfo(?)");
+    rows.setParameter(1, {false, table, {}}, SQL_VARCHAR);
+    rows.execute();
+    std::vector<CDatabaseColumn> columns;
+    while (rows.fetch()) {
+        CDatabaseColumn column;
+        const std::string name = rows.getString(1);
+        const std::string declared = rows.getString(2);
+        column.fNullable = rows.getString(3) == "0";
+        column.nKeyPosition = numberFrom(rows.getString(4));
+        const int hidden = numberFrom(rows.getString(5));
+        if (hidden == parameterOfVirtualTable) continue;
+        column.strName = nameFromUtf8(name);
+        column.strTypeName = messageFromUtf8(declared);
+        column.nType = CDatabaseColumn::TypeFromName(column.strTypeName);
+        column.fGenerated = hidden > parameterOfVirtualTable;
+        takeDeclaredNumbers(column, declared);
+        columns.push_back(std::move(column));
+    }
+    return columns;
+}
+
 CDatabaseColumn columnFrom(Statement& row) {
     const CDatabase::Dbms dbms = row.connection().dbms();
     CDatabaseColumn column;
     column.strName = nameFromUtf8(row.getString(columnName));
-    const std::string declared = row.getString(typeName);
-    column.strTypeName = messageFromUtf8(declared);
+    column.strTypeName = messageFromUtf8(row.getString(typeName));
     const int size = numberFrom(row.getString(columnSize));
     const int digits = numberFrom(row.getString(decimalDigits));
     column.fNullable = numberFrom(row.getString(nullable)) != SQL_NO_NULLS;
@@ -97,9 +114,7 @@ CDatabaseColumn columnFrom(Statement& row) {
                        column.nType == CDatabaseColumn::character;
     const int modifier =
         dbms == CDatabase::postgresql ? numberFrom(row.getString(postgresqlTypeModifier)) : 0;
-    if (dbms == CDatabase::sqlite) {
-        takeDeclaredNumbers(column, declared);
-    } else if (dbms == CDatabase::postgresql && column.nType == CDatabaseColumn::decimal) {
+    if (dbms == CDatabase::postgresql && column.nType == CDatabaseColumn::decimal) {
         takeModifier(column, modifier);
     } else if (sized && modifier >= 0) {
         column.nLength = size;
@@ -108,13 +123,29 @@ CDatabaseColumn columnFrom(Statement& row) {
     return column;
 }
 
-void addKeyPositions(Statement& keys, int nameColumn, int positionColumn,
-                     std::vector<CDatabaseColumn>& columns) {
+void addKeyPositions(Statement& keys, std::vector<CDatabaseColumn>& columns) {
     while (keys.fetch()) {
-        const CString name = nameFromUtf8(keys.getString(nameColumn));
-        const int position = numberFrom(keys.getString(positionColumn));
+        const CString name = nameFromUtf8(keys.getString(columnName));
+        const int position = numberFrom(keys.getString(keyPosition));
         for (CDatabaseColumn& column : columns) {
             if (column.strName == name) column.nKeyPosition = position;
+        }
+    }
+}
+
+void markPostgresqlGenerated(const std::shared_ptr<Connection>& connection, const std::string& schema,
+                             const std::string& table, std::vector<CDatabaseColumn>& columns) {
+    Statement query(connection);
+    query.prepare(
+        "SELECT column_name FROM information_schema.columns "
+        "WHERE table_schema = ? AND table_name = ? AND is_generated = 'ALWAYS'");
+    query.setParameter(1, {false, schema, {}}, SQL_VARCHAR);
+    query.setParameter(2, {false, table, {}}, SQL_VARCHAR);
+    query.execute();
+    while (query.fetch()) {
+        const CString name = nameFromUtf8(query.getString(1));
+        for (CDatabaseColumn& column : columns) {
+            if (column.strName == name) column.fGenerated = TRUE;
         }
     }
 }
@@ -148,6 +179,7 @@ std::vector<CString> tablesOf(const std::shared_ptr<Connection>& connection) {
 
 std::vector<CDatabaseColumn> columnsOf(const std::shared_ptr<Connection>& connection, LPCTSTR table) {
     const std::string name = utf8FromCp1252(table == nullptr ? "" : table);
+    if (connection->dbms() == CDatabase::sqlite) return sqliteColumnsOf(connection, name);
     std::optional<std::string> schema;
     if (connection->dbms() == CDatabase::postgresql) {
         schema = postgresqlSchemaOf(connection, name);
@@ -161,24 +193,16 @@ std::vector<CDatabaseColumn> columnsOf(const std::shared_ptr<Connection>& connec
     rows.checkCall(SQLColumns(rows.handle(), nullptr, 0, schema ? sqlText(schemaPattern) : nullptr,
                               length(schemaPattern), sqlText(namePattern), length(namePattern), nullptr, 0));
     while (rows.fetch()) {
-        if (sameTable(connection->dbms(), rows.getString(tableName), name))
-            columns.push_back(columnFrom(rows));
+        if (rows.getString(tableName) == name) columns.push_back(columnFrom(rows));
     }
     if (columns.empty()) return columns;
 
     Statement keys(connection);
-    if (connection->dbms() == CDatabase::sqlite) {
-        // The driver tells the key's columns in the order of the table.
-        keys.prepare("SELECT name, pk FROM pragma_table_info(?) WHERE pk > 0");
-        keys.setParameter(1, {false, name, {}}, SQL_VARCHAR);
-        keys.execute();
-        addKeyPositions(keys, 1, 2, columns);
-        return columns;
-    }
     const std::string schemaName = schema.value_or("");
     keys.checkCall(SQLPrimaryKeys(keys.handle(), nullptr, 0, schema ? sqlText(schemaName) : nullptr,
                                   length(schemaName), sqlText(name), length(name)));
-    addKeyPositions(keys, columnName, keyPosition, columns);
+    addKeyPositions(keys, columns);
+    if (schema) markPostgresqlGenerated(connection, *schema, name, columns);
     return columns;
 }
 

@@ -1,6 +1,7 @@
 #include "nkdt/odbc/Database.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
@@ -21,7 +22,7 @@ constexpr int sqliteCannotOpen = 14;
 
 void requireFile(const std::string& path) {
     struct stat status {};
-    if (::stat(path.c_str(), &status) != 0) {
+    if (::stat(path.c_str(), &status) != 0 || ::access(path.c_str(), R_OK) != 0) {
         fail("08001", "Datei \"" + path + "\" ist nicht zu öffnen: " + std::strerror(errno),
              sqliteCannotOpen);
     }
@@ -44,6 +45,14 @@ ConnectionString connectionStringFor(const std::string& target, CDatabase::OpenO
     return result;
 }
 
+// What a person knows the database by. The whole connection string may hold a password.
+std::string nameOf(const ConnectionString& target) {
+    for (const char* key : {"Database", "DSN"}) {
+        if (const std::string* const name = target.find(key)) return *name;
+    }
+    return {};
+}
+
 // SQLite's driver connects to any file; the first statement tells whether it is a database.
 void requireSqliteDatabase(const std::shared_ptr<Connection>& connection) {
     Statement probe(connection);
@@ -64,6 +73,14 @@ void limitLockWait(const std::shared_ptr<Connection>& connection) {
             "WHERE name = 'lock_timeout' AND setting::bigint NOT BETWEEN 1 AND 5000");
 }
 
+std::shared_ptr<Connection> connectTo(const ConnectionString& target) {
+    auto connection = std::make_shared<Connection>(target);
+    if (connection->dbms() == CDatabase::sqlite) requireSqliteDatabase(connection);
+    if (connection->dbms() == CDatabase::postgresql) speakUtf8(connection);
+    if (connection->dbms() == CDatabase::postgresql && target.hasOwnConnSettings()) limitLockWait(connection);
+    return connection;
+}
+
 }  // namespace
 
 CDatabase::CDatabase() noexcept = default;
@@ -75,11 +92,13 @@ CDatabase::~CDatabase() {
 void CDatabase::Open(LPCTSTR lpszTarget, OpenOption nOption) {
     Close();
     const ConnectionString target = connectionStringFor(lpszTarget == nullptr ? "" : lpszTarget, nOption);
-    auto connection = std::make_shared<Connection>(target);
-    if (connection->dbms() == sqlite) requireSqliteDatabase(connection);
-    if (connection->dbms() == postgresql) speakUtf8(connection);
-    if (connection->dbms() == postgresql && target.hasOwnConnSettings()) limitLockWait(connection);
-    m_connection = std::move(connection);
+    try {
+        m_connection = connectTo(target);
+    } catch (CDBException* e) {
+        const std::string name = nameOf(target);
+        if (!name.empty()) e->m_strError = messageFromUtf8("Datenbank \"" + name + "\": ") + e->m_strError;
+        throw;
+    }
 }
 
 void CDatabase::Close() noexcept {

@@ -79,6 +79,7 @@ class NKDT_HIDDEN CDatabaseRecordset::Impl {
     void requireRow() const;
     void requireWriter() const;
     bool isChanged(const RowColumn& column, const CRecordset& fields) const;
+    bool isToBeWritten(const RowColumn& column, const CRecordset& fields) const;
     RowColumns takeOutgoing(const CRecordset& fields);
     std::string rowName() const;
 
@@ -183,10 +184,11 @@ void CDatabaseRecordset::Impl::bindDate(LPCTSTR name, TIMESTAMP_STRUCT& field, b
 // Reading
 // ------------------------------------------------------------------------------------------------------------
 
-// A row is found again by its key, or else by everything in it.
+// A row is found again by its key, or else by everything in it but what follows from the rest.
 void CDatabaseRecordset::Impl::addIdentifyingColumns() {
     for (const CDatabaseColumn& column : m_columns) {
-        if (!m_byKey || column.nKeyPosition > 0) m_identifying.push_back(&addColumn(column));
+        if (m_byKey ? column.nKeyPosition > 0 : !column.fGenerated)
+            m_identifying.push_back(&addColumn(column));
     }
 }
 
@@ -229,8 +231,10 @@ bool CDatabaseRecordset::Impl::fetch() {
     m_editing = Editing::none;
     m_deleted = false;
     const State before = std::exchange(m_state, State::broken);  // until the row is there
+    bool asked = before != State::opened;
     try {
-        if (before == State::opened) startReading();
+        if (!asked) startReading();
+        asked = true;
         if (m_rows->fetch()) {
             for (const auto& column : m_row)
                 column->complete(*m_rows);
@@ -240,7 +244,9 @@ bool CDatabaseRecordset::Impl::fetch() {
         }
     } catch (CDBException* e) {
         m_rows.reset();
-        e->m_strError = messageFromUtf8("Zeile " + std::to_string(m_rowNumber + 1) + ": ") + e->m_strError;
+        if (asked)
+            e->m_strError =
+                messageFromUtf8("Zeile " + std::to_string(m_rowNumber + 1) + ": ") + e->m_strError;
         throw;
     }
     m_rows.reset();
@@ -276,9 +282,15 @@ std::string CDatabaseRecordset::Impl::rowName() const {
 }
 
 CDBException* CDatabaseRecordset::Impl::exceptionFor(const RowColumn* column, const Refusal& refusal) const {
-    std::string text = rowName();
-    if (column != nullptr) text += ", Spalte " + utf8FromCp1252(column->column().strName.View());
-    return new CDBException(SQL_ERROR, refusal.state, 0, messageFromUtf8(text + ": " + refusal.text));
+    auto exception =
+        std::make_unique<CDBException>(SQL_ERROR, refusal.state, 0, messageFromUtf8(refusal.text));
+    CString place = messageFromUtf8(rowName());
+    if (column != nullptr) {
+        exception->m_strColumn = column->column().strName;
+        place += ", Spalte " + exception->m_strColumn;
+    }
+    exception->m_strError = place + ": " + exception->m_strReason;
+    return exception.release();
 }
 
 // Writing
@@ -328,13 +340,20 @@ bool CDatabaseRecordset::Impl::isChanged(const RowColumn& column, const CRecords
     return value.null || column.refused || !column.exchange->holds(value, m_option);
 }
 
+// In a new row, a null leaves a generated column to the database.
+bool CDatabaseRecordset::Impl::isToBeWritten(const RowColumn& column, const CRecordset& fields) const {
+    if (m_editing == Editing::change) return isChanged(column, fields);
+    return !column.column().fGenerated || !fields.IsFieldNull(column.exchange->field());
+}
+
 // The columns that are to be written, with their outgoing values.
 RowColumns CDatabaseRecordset::Impl::takeOutgoing(const CRecordset& fields) {
     RowColumns columns;
     for (const auto& column : m_row) {
-        if (!column->exchange) continue;
-        if (m_editing == Editing::change && !isChanged(*column, fields)) continue;
+        if (!column->exchange || !isToBeWritten(*column, fields)) continue;
         try {
+            if (column->column().fGenerated)
+                throw Refusal{"428C9", "die Datenbank berechnet den Wert selbst"};
             column->outgoing.setNull();
             if (!fields.IsFieldNull(column->exchange->field())) column->exchange->write(column->outgoing);
         } catch (const Refusal& refusal) {

@@ -9,6 +9,16 @@
 
 using namespace nkdt::odbc;
 
+namespace {
+
+// SQLite's driver takes any number.
+void requireParameter(const Statement& statement, INT number) {
+    if (number < 1 || number > statement.parameterCount())
+        fail("07009", "Parameter " + std::to_string(number) + " gibt es nicht");
+}
+
+}  // namespace
+
 CDatabaseStatement::CDatabaseStatement(const CDatabase& database, LPCTSTR lpszSQL)
     : m_statement(std::make_unique<Statement>(database.GetConnection())) {
     m_statement->prepare(utf8FromCp1252(lpszSQL == nullptr ? "" : lpszSQL));
@@ -17,7 +27,7 @@ CDatabaseStatement::CDatabaseStatement(const CDatabase& database, LPCTSTR lpszSQ
 CDatabaseStatement::~CDatabaseStatement() = default;
 
 void CDatabaseStatement::SetValue(INT nParameter, std::string_view text, CDatabaseColumn::Type nType) {
-    if (nParameter < 1) fail("07009", "Parameter " + std::to_string(nParameter) + " gibt es nicht");
+    requireParameter(*m_statement, nParameter);
     if (text.find('\0') != std::string_view::npos) {
         fail("22021", "Parameter " + std::to_string(nParameter) + ": ein NUL im Text ist nicht speicherbar");
     }
@@ -27,7 +37,7 @@ void CDatabaseStatement::SetValue(INT nParameter, std::string_view text, CDataba
 }
 
 void CDatabaseStatement::SetNull(INT nParameter, CDatabaseColumn::Type nType) {
-    if (nParameter < 1) fail("07009", "Parameter " + std::to_string(nParameter) + " gibt es nicht");
+    requireParameter(*m_statement, nParameter);
     m_statement->setParameter(nParameter, {}, parameterType(m_statement->connection().dbms(), nType));
 }
 

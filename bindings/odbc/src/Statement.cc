@@ -99,6 +99,12 @@ LONGLONG Statement::changedRows() {
     return count;
 }
 
+int Statement::parameterCount() const {
+    SQLSMALLINT count = 0;
+    checkCall(SQLNumParams(handle(), &count));
+    return count;
+}
+
 void Statement::setParameter(int number, const CrossingValue& value, SQLSMALLINT sqlType) {
     const auto index = static_cast<std::size_t>(number) - 1;
     while (m_parameters.size() <= index)

@@ -40,6 +40,8 @@ class Statement {
     /// The number of rows that the execution changed, -1 if the driver does not tell.
     LONGLONG changedRows();
 
+    /// The number of parameters that the prepared statement has.
+    int parameterCount() const;
     /// Sets a parameter, 1 for the first; its value is copied.
     void setParameter(int number, const CrossingValue& value, SQLSMALLINT sqlType);
 

@@ -2,16 +2,17 @@
 
 namespace nkdt::qt {
 
-CheckControl::CheckControl(FormWindow& window, const QString& label, QCheckBox* widget)
-    : QtControl(window, widget, window.addBox(label, widget)), m_box(widget), m_loaded(widget->checkState()) {
-    QObject::connect(m_box, &QCheckBox::stateChanged, m_box, [this] {
+CheckControl::CheckControl(FormWindow& window, const QString& label, std::unique_ptr<QCheckBox> widget)
+    : QtControl(window, window.addBox(label, *widget)) {
+    (void)widget.release();  // the window has it
+    QObject::connect(&box(), &QCheckBox::stateChanged, &context(), [this] {
         updateMark();
         setMessage({});
     });
 }
 
 CWnd::CheckState CheckControl::ReadCheck() const {
-    switch (m_box->checkState()) {
+    switch (box().checkState()) {
         case Qt::Unchecked:
             return Unchecked;
         case Qt::PartiallyChecked:
@@ -25,22 +26,22 @@ CWnd::CheckState CheckControl::ReadCheck() const {
 void CheckControl::WriteCheck(CheckState state) {
     switch (state) {
         case Unchecked:
-            m_loaded = Qt::Unchecked;
+            m_written = Qt::Unchecked;
             break;
         case Indeterminate:
-            m_loaded = Qt::PartiallyChecked;
+            m_written = Qt::PartiallyChecked;
             break;
         case Checked:
-            m_loaded = Qt::Checked;
+            m_written = Qt::Checked;
             break;
     }
-    m_box->setCheckState(m_loaded);
+    box().setCheckState(m_written);
     updateMark();
     setMessage({});
 }
 
 BOOL CheckControl::IsThreeState() const {
-    return m_box->isTristate() ? TRUE : FALSE;
+    return box().isTristate() ? TRUE : FALSE;
 }
 
 }  // namespace nkdt::qt

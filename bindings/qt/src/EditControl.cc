@@ -1,5 +1,7 @@
 #include "EditControl.h"
 
+#include <QApplication>
+#include <QPalette>
 #include <algorithm>
 #include <string>
 
@@ -18,8 +20,7 @@ class CharacterException : public CException {
     const CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
     void GetErrorMessage(LPTSTR pszText, UINT nMaxLen) const noexcept override {
         if (pszText == nullptr || nMaxLen == 0) return;
-        const std::string text = "Das Zeichen " + codePointName(m_character).toStdString() +
-                                 " ist in Codepage 1252 nicht darstellbar";
+        const std::string text = cannotBeStored(codePointName(m_character)).toStdString();
         pszText[text.copy(pszText, nMaxLen - 1U)] = '\0';
     }
 
@@ -36,29 +37,39 @@ const CRuntimeClass* CharacterException::GetThisClass() noexcept {
 
 }  // namespace
 
-EditControl::EditControl(FormWindow& window, const QString& label, EditWidget* widget)
-    : QtControl(window, widget, window.addField(label, widget)), m_edit(widget), m_loaded(widget->text()) {
-    QObject::connect(m_edit, &QLineEdit::textChanged, m_edit, [this] { updateMark(); });
-    QObject::connect(m_edit, &QLineEdit::textEdited, m_edit, [this] { setMessage({}); });
-    QObject::connect(m_edit, &QLineEdit::inputRejected, m_edit, [this] { setMessage(m_edit->refusal()); });
+EditControl::EditControl(FormWindow& window, const QString& label, std::unique_ptr<EditWidget> widget)
+    : QtControl(window, window.addField(label, *widget)) {
+    EditWidget& made = *widget.release();  // the window has it
+    QObject::connect(&made, &QLineEdit::textChanged, &context(), [this] { updateMark(); });
+    QObject::connect(&made, &QLineEdit::textEdited, &context(), [this] { setMessage({}); });
+    QObject::connect(&made, &QLineEdit::inputRejected, &context(), [this] { setMessage(edit().refusal()); });
+}
+
+// What cannot be edited has the window's own colour.
+void EditControl::setReadOnly(bool readOnly) {
+    QPalette palette = edit().palette();
+    const QPalette usual = QApplication::palette(&edit());
+    palette.setColor(QPalette::Base, usual.color(readOnly ? QPalette::Window : QPalette::Base));
+    edit().setPalette(palette);
+    edit().setReadOnly(readOnly);
 }
 
 bool EditControl::enter(const QString& text) {
-    m_edit->enter(text);
-    return m_edit->text() == text;
+    edit().enter(text);
+    return edit().text() == text;
 }
 
 void EditControl::SetFocus() noexcept {
     QtControl::SetFocus();
-    m_edit->selectAll();
+    if (isAlive()) edit().selectAll();
 }
 
 INT EditControl::TextLength() const {
-    return static_cast<INT>(m_edit->text().size());
+    return static_cast<INT>(edit().text().size());
 }
 
 INT EditControl::ReadText(LPTSTR pchBuffer, INT nMost) const {
-    const QString text = m_edit->text();
+    const QString text = edit().text();
     if (const auto character = firstWithoutByte(text)) throw new CharacterException(*character);
     const auto count = std::min<qsizetype>(text.size(), nMost);
     std::transform(text.begin(), text.begin() + count, pchBuffer,
@@ -67,11 +78,9 @@ INT EditControl::ReadText(LPTSTR pchBuffer, INT nMost) const {
 }
 
 BOOL EditControl::WriteText(std::string_view text) {
-    if (text.size() > static_cast<std::size_t>(m_edit->textLimit())) return FALSE;
-    m_loaded = fromCp1252(text);
-    m_edit->makeRoomFor(m_loaded);
-    m_edit->setText(m_loaded);
-    m_edit->setCursorPosition(0);
+    if (text.size() > static_cast<std::size_t>(edit().textLimit())) return FALSE;
+    m_written = fromCp1252(text);
+    edit().showText(m_written);
     updateMark();
     setMessage({});
     return TRUE;

@@ -4,6 +4,7 @@
 /// An edit control of a Qt dialog.
 
 #include <QString>
+#include <memory>
 
 #include "EditWidget.h"
 #include "QtControl.h"
@@ -12,23 +13,25 @@ namespace nkdt::qt {
 
 class EditControl final : public QtControl {
   public:
-    EditControl(FormWindow& window, const QString& label, EditWidget* widget);
+    EditControl(FormWindow& window, const QString& label, std::unique_ptr<EditWidget> widget);
 
-    bool isModified() const override { return m_edit->text() != m_loaded; }
-    void setTextLimit(int limit) { m_edit->setTextLimit(limit); }
+    void setTextLimit(int limit) { edit().setTextLimit(limit); }
+    void setReadOnly(bool readOnly);
     /// Enters a text as a person would; false when it is refused.
     bool enter(const QString& text);
 
     void SetFocus() noexcept override;
 
   protected:
+    bool showsOther() const override { return edit().text() != m_written; }
     INT TextLength() const override;
     INT ReadText(LPTSTR pchBuffer, INT nMost) const override;
     BOOL WriteText(std::string_view text) override;
 
   private:
-    EditWidget* m_edit;
-    QString m_loaded;  // what the program wrote last
+    EditWidget& edit() const { return static_cast<EditWidget&>(widget()); }
+
+    QString m_written;  // what the program wrote last
 };
 
 }  // namespace nkdt::qt

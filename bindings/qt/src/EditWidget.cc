@@ -1,10 +1,12 @@
 #include "EditWidget.h"
 
+#include <QScopedValueRollback>
 #include <QStyle>
 #include <QStyleOptionFrame>
 #include <QValidator>
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 #include "Text.h"
 
@@ -52,30 +54,49 @@ class EditWidget::Validator : public QValidator {
   public:
     explicit Validator(EditWidget& edit) : QValidator(&edit), m_edit(edit) {}
 
-    State validate(QString& input, int& /*position*/) const override {
-        std::optional<char32_t> character = firstWithoutByte(input);
-        if (character.has_value()) {
-            // A letter and its accent one behind the other are the letter with the accent.
-            const QString composed = input.normalized(QString::NormalizationForm_C);
-            if (!firstWithoutByte(composed).has_value()) {
-                input = composed;
-                character.reset();
-            }
-        }
-        if (character.has_value()) {
-            m_edit.m_refusal = QStringLiteral("Das Zeichen %1 kann nicht gespeichert werden.")
-                                   .arg(describeCharacter(*character));
-            return Invalid;
-        }
-        if (input.size() > m_edit.m_textLimit) {
-            m_edit.m_refusal =
-                QStringLiteral("Der Text darf höchstens %1 Zeichen lang sein.").arg(m_edit.m_textLimit);
-            return Invalid;
-        }
-        return Acceptable;
+    State validate(QString& input, int& position) const override {
+        if (m_edit.m_isShowing) return Acceptable;
+        dropLineEnds(input, position);
+        composeAccents(input, position);
+        const QString refusal = refusalOf(input);
+        if (refusal.isEmpty()) return Acceptable;
+        m_edit.m_refusal = refusal;
+        return Invalid;
     }
 
   private:
+    // A cell of a table comes from the clipboard with the end of its line.
+    void dropLineEnds(QString& input, int& position) const {
+        const auto* const entered =
+            std::mismatch(input.cbegin(), input.cend(), m_edit.m_before.cbegin(), m_edit.m_before.cend())
+                .first;
+        const auto first = static_cast<int>(entered - input.cbegin());
+        while (position > first && isLineEnd(input[position - 1]))
+            input.remove(--position, 1);
+    }
+    static bool isLineEnd(QChar character) {
+        return character == QLatin1Char('\r') || character == QLatin1Char('\n') ||
+               character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+    }
+
+    // A letter and its accent one behind the other are the letter with the accent.
+    static void composeAccents(QString& input, int& position) {
+        if (!firstWithoutByte(input).has_value()) return;
+        const QString composed = input.normalized(QString::NormalizationForm_C);
+        if (firstWithoutByte(composed).has_value()) return;
+        position = static_cast<int>(input.left(position).normalized(QString::NormalizationForm_C).size());
+        input = composed;
+    }
+
+    // A text that is too long already can become shorter step by step.
+    QString refusalOf(const QString& input) const {
+        if (const auto character = firstWithoutByte(input))
+            return cannotBeStored(describeCharacter(*character));
+        if (input.size() > std::max<qsizetype>(m_edit.m_textLimit, m_edit.m_before.size()))
+            return QStringLiteral("Der Text darf höchstens %1 Zeichen lang sein.").arg(m_edit.m_textLimit);
+        return {};
+    }
+
     EditWidget& m_edit;
 };
 
@@ -84,6 +105,7 @@ EditWidget::EditWidget(NkDtTyps type, int textLimit)
     // The length is the validator's business: the widget's own limit would cut a text that is pasted.
     setMaxLength(std::numeric_limits<int>::max());
     setValidator(new Validator(*this));
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& text) { m_before = text; });
     setTextLimit(textLimit);
     if (m_number) setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     // Texts use the room that there is.
@@ -102,7 +124,15 @@ void EditWidget::makeRoomFor(const QString& text) {
     updateGeometry();
 }
 
+void EditWidget::showText(const QString& text) {
+    makeRoomFor(text);
+    const QScopedValueRollback showing(m_isShowing, true);
+    setText(text);
+    setCursorPosition(0);
+}
+
 void EditWidget::enter(const QString& text) {
+    if (isReadOnly()) return;
     selectAll();
     insert(text);
 }

@@ -18,8 +18,9 @@ class EditWidget : public QLineEdit {
 
     int textLimit() const noexcept { return m_textLimit; }
     void setTextLimit(int limit);
-    /// Makes a number's control wide enough for this one, since one that is cut off reads as another.
-    void makeRoomFor(const QString& text);
+    /// Replaces the text as the program does, whatever it is. A number's control becomes wide enough for it,
+    /// since a number that is cut off reads as another.
+    void showText(const QString& text);
     /// Replaces the text as a person would; the text stays if that is refused.
     void enter(const QString& text);
     /// Why the last input was refused.
@@ -30,11 +31,14 @@ class EditWidget : public QLineEdit {
 
   private:
     class Validator;
+    void makeRoomFor(const QString& text);
 
     bool m_number;
     int m_characters;
     int m_textLimit;
     QString m_refusal;
+    QString m_before;          // the text before what is being entered
+    bool m_isShowing = false;  // the program writes
 };
 
 }  // namespace nkdt::qt

@@ -1,8 +1,9 @@
 #include "FormWindow.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
-#include <QKeySequence>
+#include <QLineEdit>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -18,6 +19,7 @@ enum Column : int { labelColumn, markColumn, controlColumn };
 constexpr int markGap = 4;         // between mark and control
 constexpr int messageGap = 10;     // between control and message
 constexpr int messageLength = 40;  // characters, before it goes on in the next line
+constexpr int labelLength = 40;    // characters, before it is cut
 
 bool isDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() < 128;
@@ -66,6 +68,20 @@ QString withoutMnemonic(const QString& label) {
     return text;
 }
 
+// Without the application object, no window can end.
+void endWindows() {
+    std::vector<QPointer<FormWindow>> windows;  // one can end with another
+    for (QWidget* const widget : QApplication::topLevelWidgets())
+        windows.emplace_back(dynamic_cast<FormWindow*>(widget));
+    for (const QPointer<FormWindow>& window : windows)
+        delete window;
+}
+
+bool isReadOnly(const QWidget* widget) {
+    const auto* const edit = qobject_cast<const QLineEdit*>(widget);
+    return edit != nullptr && edit->isReadOnly();
+}
+
 }  // namespace
 
 // The rows. Its own size is that of all of them, as far as the screen has room.
@@ -76,7 +92,6 @@ class FieldArea : public QScrollArea {
         setWidgetResizable(true);
         setFrameShape(QFrame::NoFrame);
         setFocusPolicy(Qt::NoFocus);
-        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }
 
     QSize wholeSize() const {
@@ -87,9 +102,12 @@ class FieldArea : public QScrollArea {
     }
     QSize sizeHint() const override {
         const QSize whole = wholeSize();
-        const int most = screen()->availableGeometry().height() * 3 / 4;
-        if (whole.height() <= most) return whole;
-        return {whole.width() + verticalScrollBar()->sizeHint().width(), most};
+        const QSize screenSize = screen()->availableGeometry().size();
+        const QSize most(screenSize.width() * 19 / 20, screenSize.height() * 3 / 4);
+        QSize size = whole;
+        if (whole.height() > most.height()) size.rwidth() += verticalScrollBar()->sizeHint().width();
+        if (size.width() > most.width()) size.rheight() += horizontalScrollBar()->sizeHint().height();
+        return size.boundedTo(most);
     }
     QSize minimumSizeHint() const override {
         const QSize hint = sizeHint();
@@ -99,6 +117,10 @@ class FieldArea : public QScrollArea {
 
 FormWindow::FormWindow(const QString& title, const QString& saveText)
     : m_area(new FieldArea(this)), m_grid(new QGridLayout(m_area->widget())), m_message(messageLabel(this)) {
+    // Once, however many windows there are.
+    qRemovePostRoutine(endWindows);
+    qAddPostRoutine(endWindows);
+
     setWindowTitle(title);
     m_grid->setContentsMargins(0, 0, 0, 0);
     m_grid->setHorizontalSpacing(markGap);
@@ -108,6 +130,8 @@ FormWindow::FormWindow(const QString& title, const QString& saveText)
     m_save = buttons->addButton(saveText, QDialogButtonBox::AcceptRole);
     m_cancel = buttons->addButton(QStringLiteral("Abbrechen"), QDialogButtonBox::RejectRole);
     m_save->setDefault(true);
+    addCaption(*m_save, m_save->text());
+    addCaption(*m_cancel, m_cancel->text());
     connect(m_save, &QPushButton::clicked, this, [this] { accept(); });
     connect(m_cancel, &QPushButton::clicked, this, [this] { reject(); });
 
@@ -118,29 +142,68 @@ FormWindow::FormWindow(const QString& title, const QString& saveText)
     column->addWidget(buttons);
 }
 
-// A label without a mnemonic gets the first of its letters that is free.
-QString FormWindow::withMnemonic(const QString& label) {
-    QString text = label;
-    if (mnemonicOf(text).isNull()) {
-        const auto* const free = std::find_if(text.begin(), text.end(), [this](QChar character) {
-            return character.isLetterOrNumber() && !m_mnemonics.contains(character.toUpper());
-        });
-        if (free != text.end()) text.insert(free - text.begin(), QLatin1Char('&'));
-    }
+// ---- Labels
+
+void FormWindow::addCaption(QWidget& widget, const QString& text) {
     const QChar mnemonic = mnemonicOf(text);
-    if (!mnemonic.isNull()) m_mnemonics += mnemonic;
+    setCaption(widget, text);
+    if (mnemonic.isNull()) {
+        m_captions.push_back({&widget, text});
+    } else {
+        m_mnemonics += mnemonic;
+    }
+}
+
+// A label that is cut is whole in its tooltip.
+void FormWindow::setCaption(QWidget& widget, const QString& text) {
+    const QFontMetrics metrics = widget.fontMetrics();
+    const int most = metrics.averageCharWidth() * labelLength;
+    const QString cut = metrics.elidedText(text, Qt::ElideRight, most, Qt::TextShowMnemonic);
+    if (cut != text)
+        widget.setToolTip(QStringLiteral("<p>%1</p>").arg(withoutMnemonic(text).toHtmlEscaped()));
+    if (auto* const label = qobject_cast<QLabel*>(&widget)) {
+        label->setText(cut);
+    } else if (auto* const button = qobject_cast<QAbstractButton*>(&widget)) {
+        button->setText(cut);
+    }
+}
+
+void FormWindow::assignMnemonics() {
+    for (const Caption& caption : std::exchange(m_captions, {})) {
+        if (caption.widget != nullptr) setCaption(*caption.widget, withMnemonic(caption.text));
+    }
+}
+
+// The first of its letters that is free becomes the mnemonic.
+QString FormWindow::withMnemonic(const QString& label) {
+    const auto* const free = std::find_if(label.begin(), label.end(), [this](QChar character) {
+        return character.isLetterOrNumber() && !m_mnemonics.contains(character.toUpper());
+    });
+    if (free == label.end()) return label;
+    m_mnemonics += free->toUpper();
+    QString text = label;
+    text.insert(free - label.begin(), QLatin1Char('&'));
     return text;
 }
 
-Row FormWindow::addField(const QString& label, QWidget* control) {
-    const QString text = withMnemonic(label);
-    auto* const before = new QLabel(text, m_area->widget());
-    before->setBuddy(control);
-    return addRow(before, text, control);
+// ---- Rows
+
+Row FormWindow::addField(const QString& label, QWidget& control) {
+    auto* const before = new QLabel(m_area->widget());
+    before->setTextFormat(Qt::PlainText);
+    before->setBuddy(&control);
+    addCaption(*before, label);
+    return addRow(before, label, control);
 }
 
-Row FormWindow::addRow(QLabel* label, const QString& text, QWidget* control) {
-    Row row{withoutMnemonic(text), markLabel(m_area->widget()), messageLabel(m_area->widget())};
+Row FormWindow::addBox(const QString& label, QAbstractButton& box) {
+    addCaption(box, label);
+    return addRow(nullptr, label, box);
+}
+
+Row FormWindow::addRow(QLabel* label, const QString& text, QWidget& control) {
+    Row row{withoutMnemonic(text), &control, label, markLabel(m_area->widget()),
+            messageLabel(m_area->widget())};
     row.message->setFixedWidth(fontMetrics().averageCharWidth() * messageLength);
 
     const int line = m_grid->rowCount();
@@ -148,43 +211,53 @@ Row FormWindow::addRow(QLabel* label, const QString& text, QWidget* control) {
     m_grid->addWidget(row.mark, line, markColumn);
     auto* const place = new QHBoxLayout;
     place->setSpacing(messageGap);
-    place->addWidget(control);
+    place->addWidget(&control);
     place->addWidget(row.message);
-    if (control->sizePolicy().horizontalPolicy() != QSizePolicy::Expanding) place->addStretch();
+    if (control.sizePolicy().horizontalPolicy() != QSizePolicy::Expanding) place->addStretch();
     m_grid->addLayout(place, line, controlColumn);
 
-    if (m_lastControl != nullptr) {
-        setTabOrder(m_lastControl, control);
+    if (m_controls.empty()) {
+        control.setFocus();
     } else {
-        control->setFocus();
+        setTabOrder(m_controls.back(), &control);
     }
-    setTabOrder(control, m_save);
+    setTabOrder(&control, m_save);
     setTabOrder(m_save, m_cancel);
-    m_lastControl = control;
+    m_controls.push_back(&control);
+    if (isVisible()) assignMnemonics();
     return row;
 }
+
+void FormWindow::removeRow(const Row& row) {
+    m_controls.erase(std::remove(m_controls.begin(), m_controls.end(), row.control), m_controls.end());
+    delete row.label;
+    delete row.mark;
+    delete row.control;
+    delete row.message;
+}
+
+// ---- Messages
 
 void FormWindow::setMessage(const Row& row, const QString& text) {
     if (row.message->text() == text) return;
     row.message->setText(text);
     // The row is as high as its message.
     row.message->setMinimumHeight(row.message->heightForWidth(row.message->maximumWidth()));
-    show(row.message);
+    updateMessage(*row.message);
 }
 
 void FormWindow::setMessage(const QString& text) {
     if (m_message->text() == text) return;
     m_message->setText(text);
-    show(m_message);
+    updateMessage(*m_message);
 }
 
-void FormWindow::show(QLabel* message) {
-    message->setVisible(!message->text().isEmpty());
+void FormWindow::updateMessage(QLabel& message) {
+    message.setVisible(!message.text().isEmpty());
     m_area->updateGeometry();
     if (isVisible()) grow();
 }
 
-// Makes room for what there is to show; never takes any away, since a window that shrinks is a nuisance.
 void FormWindow::grow() {
     layout()->activate();
     resize(size().expandedTo(sizeHint()));
@@ -197,6 +270,7 @@ void FormWindow::focus(QWidget* control) {
 
 QImage FormWindow::picture(int scale) {
     ensurePolished();
+    assignMnemonics();
     layout()->activate();
     const QSize before = size();
     resize(sizeHint() - m_area->sizeHint() + m_area->wholeSize());
@@ -213,8 +287,13 @@ void FormWindow::accept() {
 }
 
 void FormWindow::showEvent(QShowEvent* event) {
+    assignMnemonics();
     QDialog::showEvent(event);
     grow();
+    // The first field that can be edited.
+    for (const QWidget* first = focusWidget(); isReadOnly(focusWidget());) {
+        if (!focusNextChild() || focusWidget() == first) break;
+    }
 }
 
 }  // namespace nkdt::qt

@@ -5,31 +5,54 @@
 #include <optional>
 
 #include "GermanTexts.h"
+#include "nkfw/Exception.h"
 
 namespace {
 
-bool isDisplayNamed() {
-    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+constexpr const char* platformVariable = "QT_QPA_PLATFORM";
+
+bool isNamed(const char* variable) {
+    return !qEnvironmentVariableIsEmpty(variable);
+}
+
+// Qt ends a program whose only platform cannot be used, so the list closes with one that always can.
+QByteArray platformsToTry() {
+    QByteArray platforms;
+    if (isNamed("WAYLAND_DISPLAY")) platforms += "wayland;";
+    if (isNamed("DISPLAY")) platforms += "xcb;";
+    return platforms + "offscreen";
+}
+
+bool isSeen(const QByteArray& platform) {
+    return !platform.startsWith("offscreen") && !platform.startsWith("minimal");
+}
+
+// Two application objects end the program, at the latest when the second one ends.
+void checkThatThereIsNone() {
+    if (QCoreApplication::instance() != nullptr) throw new CInvalidArgException;
 }
 
 // The environment has to be right before Qt's application object is made.
 class Environment {
   public:
     Environment() {
-        if (!isDisplayNamed() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-            qputenv("QT_QPA_PLATFORM", "offscreen");
-        if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
+        checkThatThereIsNone();
+        m_platformChosen = !isNamed(platformVariable);
+        if (m_platformChosen) qputenv(platformVariable, platformsToTry());
+        if (!isNamed("XDG_RUNTIME_DIR")) {
             m_folder.emplace();
             qputenv("XDG_RUNTIME_DIR", m_folder->path().toLocal8Bit());
         }
     }
     ~Environment() {
         if (m_folder.has_value()) qunsetenv("XDG_RUNTIME_DIR");
+        if (m_platformChosen) qunsetenv(platformVariable);
     }
     Environment(const Environment&) = delete;
     Environment& operator=(const Environment&) = delete;
 
   private:
+    bool m_platformChosen = false;
     std::optional<QTemporaryDir> m_folder;
 };
 
@@ -60,8 +83,8 @@ CQtApplication::CQtApplication(int& argc, char** argv) : m_impl(std::make_unique
 CQtApplication::~CQtApplication() = default;
 
 BOOL CQtApplication::HasDisplay() noexcept {
-    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
-    if (!platform.isEmpty())
-        return platform.startsWith("offscreen") || platform.startsWith("minimal") ? FALSE : TRUE;
-    return isDisplayNamed() ? TRUE : FALSE;
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr)
+        return isSeen(QGuiApplication::platformName().toLatin1()) ? TRUE : FALSE;
+    if (isNamed(platformVariable)) return isSeen(qgetenv(platformVariable)) ? TRUE : FALSE;
+    return isNamed("DISPLAY") || isNamed("WAYLAND_DISPLAY") ? TRUE : FALSE;
 }

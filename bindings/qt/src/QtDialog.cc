@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QCheckBox>
+#include <QPointer>
+#include <QScopedValueRollback>
 #include <QThread>
 #include <algorithm>
 #include <exception>
@@ -15,9 +17,9 @@
 #include "FormWindow.h"
 #include "QtControl.h"
 #include "Text.h"
-#include "nkdt/DialogExchange.h"
-#include "nkdt/NkDt.h"
-#include "nkeh/NkEhBasis.h"
+#include "nkdt/DialogFields.h"
+#include "nkdt/NkDtBool.h"
+#include "nkfw/DataExchange.h"
 #include "nkfw/Exception.h"
 #include "nkfw/File.h"
 
@@ -39,68 +41,24 @@ void checkThatWidgetsCanBe() {
     if (application == nullptr || application->thread() != QThread::currentThread()) refuse();
 }
 
-using Exchange = void (*)(CDataExchange*, int, NkDtBasis&);
-
-template <class Value>
-void exchangeText(CDataExchange* pDX, int nID, NkDtBasis& rValue) {
-    DDX_NkDtTyp(pDX, nID, static_cast<Value&>(rValue));
-}
-
-void exchangeCheck(CDataExchange* pDX, int nID, NkDtBasis& rValue) {
-    DDX_NkDtTypCheck(pDX, nID, static_cast<NkDtBool&>(rValue));
-}
-
-Exchange exchangeOf(NkDtTyps eTyp) {
-    switch (eTyp) {
-        case NkDtTypChar:
-            return &exchangeText<NkDtChar>;
-        case NkDtTypString:
-            return &exchangeText<NkDtString>;
-        case NkDtTypLong:
-            return &exchangeText<NkDtLong>;
-        case NkDtTypShort:
-            return &exchangeText<NkDtShort>;
-        case NkDtTypDouble:
-            return &exchangeText<NkDtDouble>;
-        case NkDtTypDecimal:
-            return &exchangeText<NkDtDecimal>;
-        case NkDtTypBool:
-            return &exchangeText<NkDtBool>;
-        case NkDtTypDateTime:
-            return &exchangeText<NkDtDateTime>;
-        case NkDtTypTime:
-            return &exchangeText<NkDtTime>;
-        case NkDtTypDateZp:
-            return &exchangeText<NkDtDateZp>;
-        case NkDtTypBasis:
-            break;
-    }
-    refuse();
-}
-
-std::unique_ptr<NkDtBasis> copyOf(const NkDtBasis& value) {
-    std::unique_ptr<NkDtBasis> copy(value.NewObject());
-    copy->SetFormat(value.GetFormat());
-    return copy;
-}
-
 }  // namespace
 
-/// A control with its value.
-struct CQtDialog::Bound {
-    int nID;
-    QtControl* pControl;
-    NkDtBasis* pValue;
-    Exchange exchange;
-};
-
 struct CQtDialog::Impl {
-    Impl(LPCTSTR pszTitle, LPCTSTR pszSaveText) : window(fromCp1252(pszTitle), fromCp1252(pszSaveText)) {}
+    Impl(LPCTSTR pszTitle, LPCTSTR pszSaveText)
+        : pWindow(new FormWindow(fromCp1252(pszTitle), fromCp1252(pszSaveText))) {}
+    ~Impl() { delete pWindow; }
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
 
-    FormWindow window;
+    FormWindow& Window() const {
+        if (pWindow == nullptr) refuse();
+        return *pWindow;
+    }
+
+    QPointer<FormWindow> pWindow;      // null when it ended with the application object
     std::vector<QtControl*> controls;  // in their order
-    std::vector<Bound> bound;
-    bool fModal = false;
+    CDialogFields fields;
+    bool bModal = false;
     std::exception_ptr thrown;  // by OnOK(), on its way past Qt
 };
 
@@ -111,14 +69,14 @@ const CRuntimeClass* CQtDialog::GetThisClass() noexcept {
 CQtDialog::CQtDialog(LPCTSTR pszTitle, LPCTSTR pszSaveText) {
     checkThatWidgetsCanBe();
     m_impl = std::make_unique<Impl>(pszTitle, pszSaveText);
-    m_impl->window.setOnSave([this] {
-        if (!m_impl->fModal) return OnOK() != FALSE;
+    m_impl->Window().setOnSave([this] {
+        if (!m_impl->bModal) return OnOK() != FALSE;
         // Qt's event loop is no place to throw through.
         try {
             return OnOK() != FALSE;
         } catch (...) {
             m_impl->thrown = std::current_exception();
-            m_impl->window.reject();
+            m_impl->Window().reject();
             return false;
         }
     });
@@ -129,33 +87,48 @@ CQtDialog::~CQtDialog() = default;
 // ---- Controls
 
 void CQtDialog::AddEdit(int nID, LPCTSTR pszLabel, NkDtTyps eTyp, INT nTextLimit) {
-    if (GetDlgItem(nID) != nullptr) refuse();
-    auto control = std::make_unique<EditControl>(m_impl->window, fromCp1252(pszLabel),
-                                                 new EditWidget(eTyp, std::min(nTextLimit, nNoLimit)));
-    QtControl* const pControl = control.get();
-    AddControl(nID, std::move(control));
-    m_impl->controls.push_back(pControl);
+    RequireFree(nID);
+    Add(nID,
+        std::make_unique<EditControl>(m_impl->Window(), fromCp1252(pszLabel),
+                                      std::make_unique<EditWidget>(eTyp, std::min(nTextLimit, nNoLimit))));
 }
 
 void CQtDialog::AddCheck(int nID, LPCTSTR pszLabel, BOOL bThreeState) {
-    if (GetDlgItem(nID) != nullptr) refuse();
-    auto* const box = new QCheckBox;
+    RequireFree(nID);
+    auto box = std::make_unique<QCheckBox>();
     box->setTristate(bThreeState != FALSE);
-    auto control = std::make_unique<CheckControl>(m_impl->window, fromCp1252(pszLabel), box);
-    QtControl* const pControl = control.get();
-    AddControl(nID, std::move(control));
-    m_impl->controls.push_back(pControl);
+    Add(nID, std::make_unique<CheckControl>(m_impl->Window(), fromCp1252(pszLabel), std::move(box)));
 }
 
 void CQtDialog::AddField(int nID, LPCTSTR pszLabel, NkDtBasis& rValue) {
-    const Exchange exchange = exchangeOf(rValue.GetDtTyp());
+    RequireFree(nID);
+    m_impl->fields.Bind(nID, rValue);
     AddEdit(nID, pszLabel, rValue.GetDtTyp());
-    m_impl->bound.push_back({nID, &Control(nID), &rValue, exchange});
+    FollowField(nID);
 }
 
-void CQtDialog::AddCheckField(int nID, LPCTSTR pszLabel, NkDtBool& rValue) {
-    AddCheck(nID, pszLabel);
-    m_impl->bound.push_back({nID, &Control(nID), &rValue, &exchangeCheck});
+void CQtDialog::AddCheckField(int nID, LPCTSTR pszLabel, NkDtBool& rValue, BOOL bThreeState) {
+    RequireFree(nID);
+    m_impl->fields.BindCheck(nID, rValue, bThreeState);
+    AddCheck(nID, pszLabel, bThreeState);
+    FollowField(nID);
+}
+
+// Before a widget is made, for which there must be a window.
+void CQtDialog::RequireFree(int nID) const {
+    if (m_impl->pWindow == nullptr || GetDlgItem(nID) != nullptr) refuse();
+}
+
+void CQtDialog::Add(int nID, std::unique_ptr<QtControl> pControl) {
+    m_impl->controls.reserve(m_impl->controls.size() + 1);
+    QtControl* const pAdded = pControl.get();
+    AddControl(nID, std::move(pControl));
+    m_impl->controls.push_back(pAdded);
+}
+
+// The mark of a control tells whether its field is edited.
+void CQtDialog::FollowField(int nID) {
+    Control(nID).bind([this, nID] { return m_impl->fields.IsEdited(*this, nID) != FALSE; });
 }
 
 QtControl& CQtDialog::Control(int nID) const {
@@ -164,10 +137,18 @@ QtControl& CQtDialog::Control(int nID) const {
     return *pControl;
 }
 
-void CQtDialog::SetTextLimit(int nID, INT nTextLimit) {
+EditControl& CQtDialog::Edit(int nID) const {
     auto* const pEdit = dynamic_cast<EditControl*>(GetDlgItem(nID));
     if (pEdit == nullptr) refuse();
-    pEdit->setTextLimit(std::min(nTextLimit, nNoLimit));
+    return *pEdit;
+}
+
+void CQtDialog::SetTextLimit(int nID, INT nTextLimit) {
+    Edit(nID).setTextLimit(std::min(nTextLimit, nNoLimit));
+}
+
+void CQtDialog::SetReadOnly(int nID, BOOL bReadOnly) {
+    Edit(nID).setReadOnly(bReadOnly != FALSE);
 }
 
 // ---- What a person did
@@ -184,15 +165,14 @@ BOOL CQtDialog::IsModified() const {
 }
 
 BOOL CQtDialog::EnterText(int nID, LPCTSTR pszText) {
-    auto* const pEdit = dynamic_cast<EditControl*>(GetDlgItem(nID));
-    if (pEdit == nullptr) refuse();
-    return pEdit->enter(fromCp1252(pszText)) ? TRUE : FALSE;
+    return Edit(nID).enter(fromCp1252(pszText)) ? TRUE : FALSE;
 }
 
 CWnd* CQtDialog::GetFocus() const noexcept {
-    const QWidget* const focused = m_impl->window.focusWidget();
+    const QWidget* const focused = m_impl->pWindow != nullptr ? m_impl->pWindow->focusWidget() : nullptr;
+    if (focused == nullptr) return nullptr;
     for (QtControl* const control : m_impl->controls) {
-        if (control->widget() == focused) return control;
+        if (control->isOn(focused)) return control;
     }
     return nullptr;
 }
@@ -204,16 +184,11 @@ void CQtDialog::ShowError(int nID, LPCTSTR pszText) {
 }
 
 void CQtDialog::ShowError(int nID, const NkEhBasis& rError) {
-    ShowRefusal(Control(nID), rError);
-}
-
-void CQtDialog::ShowRefusal(QtControl& rControl, const NkEhBasis& rError) {
-    const LPCTSTR pszCause = rError.GetCauseText();
-    rControl.setMessage(fromCp1252(*pszCause != '\0' ? pszCause : rError.GetErrorText()));
+    ShowError(nID, CDialogFields::ReasonOf(rError));
 }
 
 void CQtDialog::ShowMessage(LPCTSTR pszText) {
-    m_impl->window.setMessage(fromCp1252(pszText));
+    m_impl->Window().setMessage(fromCp1252(pszText));
 }
 
 void CQtDialog::ClearErrors() {
@@ -226,41 +201,36 @@ void CQtDialog::ClearErrors() {
 
 void CQtDialog::DoDataExchange(CDataExchange* pDX) {
     if (pDX->m_bSaveAndValidate) {
-        SaveBound(pDX);
+        SaveFields(pDX);
     } else {
-        LoadBound(pDX);
+        LoadFields(pDX);
     }
 }
 
-void CQtDialog::LoadBound(CDataExchange* pDX) {
-    for (const Bound& field : m_impl->bound)
-        field.exchange(pDX, field.nID, *field.pValue);
+void CQtDialog::LoadFields(CDataExchange* pDX) {
+    CDialogFields::Refusals refusals = m_impl->fields.Load(*this);
+    for (QtControl* const control : m_impl->controls)
+        control->updateMark();
+    Tell(pDX, refusals);
 }
 
-void CQtDialog::SaveBound(CDataExchange* pDX) {
-    std::vector<std::pair<NkDtBasis*, std::unique_ptr<NkDtBasis>>> taken;
-    std::unique_ptr<NkEhBasis> first;
-    int nFirst = 0;
-    for (const Bound& field : m_impl->bound) {
-        if (!field.pControl->isModified()) continue;
-        auto copy = copyOf(*field.pValue);
-        try {
-            field.exchange(pDX, field.nID, *copy);
-            taken.emplace_back(field.pValue, std::move(copy));
-        } catch (NkEhBasis* caught) {
-            std::unique_ptr<NkEhBasis> error(caught);
-            ShowRefusal(*field.pControl, *error);
-            if (first != nullptr) continue;
-            first = std::move(error);
-            nFirst = field.nID;
-        }
+void CQtDialog::SaveFields(CDataExchange* pDX) {
+    CDialogFields::Refusals refusals = m_impl->fields.Save(*this);
+    Tell(pDX, refusals);
+}
+
+// The first refusal is the exchange's, which puts the focus there.
+void CQtDialog::Tell(CDataExchange* pDX, CDialogFields::Refusals& rRefusals) {
+    if (rRefusals.empty()) return;
+    for (const CDialogFields::Refusal& refusal : rRefusals)
+        ShowError(refusal.nID, *refusal.pError);
+    CDialogFields::Refusal& first = rRefusals.front();
+    if (dynamic_cast<EditControl*>(GetDlgItem(first.nID)) != nullptr) {
+        pDX->PrepareEditCtrl(first.nID);
+    } else {
+        pDX->PrepareCtrl(first.nID);
     }
-    if (first != nullptr) {
-        pDX->PrepareCtrl(nFirst);
-        throw first.release();
-    }
-    for (const auto& [pValue, copy] : taken)
-        pValue->Assign(*copy);
+    throw first.pError.release();
 }
 
 void CQtDialog::OnInitDialog() {
@@ -279,7 +249,7 @@ BOOL CQtDialog::OnOK() {
         auto* const pControl = dynamic_cast<QtControl*>(exchange.m_pLastControl);
         if (pControl == nullptr) throw;
         const std::unique_ptr<NkEhBasis> error(caught);
-        if (!pControl->hasMessage()) ShowRefusal(*pControl, *error);
+        if (!pControl->hasMessage()) pControl->setMessage(fromCp1252(CDialogFields::ReasonOf(*error)));
     }
     if (exchange.m_pLastControl != nullptr) exchange.m_pLastControl->SetFocus();
     return FALSE;
@@ -288,26 +258,31 @@ BOOL CQtDialog::OnOK() {
 // ---- On the screen
 
 BOOL CQtDialog::DoModal() {
+    FormWindow& window = m_impl->Window();
+    if (m_impl->bModal) refuse();
     OnInitDialog();
-    m_impl->fModal = true;
-    const int nResult = m_impl->window.exec();
-    m_impl->fModal = false;
+    int nResult = QDialog::Rejected;
+    {
+        const QScopedValueRollback modal(m_impl->bModal, true);
+        nResult = window.exec();
+    }
     if (m_impl->thrown != nullptr) std::rethrow_exception(std::exchange(m_impl->thrown, nullptr));
     return nResult == QDialog::Accepted ? TRUE : FALSE;
 }
 
 void CQtDialog::SavePicture(LPCTSTR pszPath) {
     QBuffer buffer;
-    m_impl->window.picture(pictureScale).save(&buffer, "PNG");
+    if (!m_impl->Window().picture(pictureScale).save(&buffer, "PNG"))
+        throw new CFileException(CFileException::genericException, 0, pszPath);
     CFile file(pszPath, CFile::modeWrite | CFile::modeCreate);
     file.Write(buffer.data().constData(), static_cast<UINT>(buffer.size()));
     file.Close();
 }
 
 QDialog* CQtDialog::GetDialog() const noexcept {
-    return &m_impl->window;
+    return m_impl->pWindow;
 }
 
 QWidget* CQtDialog::GetWidget(int nID) const {
-    return Control(nID).widget();
+    return &Control(nID).widget();
 }

@@ -42,4 +42,8 @@ QString describeCharacter(char32_t character) {
     return QStringLiteral("„%1“ (%2)").arg(QString::fromUcs4(&character, 1), codePointName(character));
 }
 
+QString cannotBeStored(const QString& character) {
+    return QStringLiteral("Das Zeichen %1 kann nicht gespeichert werden.").arg(character);
+}
+
 }  // namespace nkdt::qt

@@ -27,5 +27,7 @@ std::optional<char32_t> firstWithoutByte(const QString& text) noexcept;
 QString codePointName(char32_t character);
 /// The character for a person: itself, if it can be seen alone, and its number.
 QString describeCharacter(char32_t character);
+/// Why a text with such a character is refused.
+QString cannotBeStored(const QString& character);
 
 }  // namespace nkdt::qt

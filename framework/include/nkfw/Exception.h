@@ -113,8 +113,10 @@ class NKDT_API CDBException : public CException {
     const CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
     void GetErrorMessage(LPTSTR pszText, UINT nMaxLen) const noexcept override;
 
-    SHORT m_nRetCode;    ///< the return code of the failed call
-    CString m_strState;  ///< the five-character state of the first diagnostic record, or empty
-    INT m_nNativeError;  ///< the database's own number of the first diagnostic record, or 0
-    CString m_strError;  ///< what happened: the texts of all diagnostic records, in code page 1252
+    SHORT m_nRetCode;     ///< the return code of the failed call
+    CString m_strState;   ///< the five-character state of the first diagnostic record, or empty
+    INT m_nNativeError;   ///< the database's own number of the first diagnostic record, or 0
+    CString m_strError;   ///< what happened: the texts of all diagnostic records, in code page 1252
+    CString m_strReason;  ///< the same without the row and the column in which it happened
+    CString m_strColumn;  ///< the column whose value is refused; empty for every other failure
 };

@@ -3,6 +3,8 @@
 
 #include "../AppTest.h"
 #include "Error.h"
+#include "Picture.h"
+#include "SaveRow.h"
 #include "ScreenDialog.h"
 #include "StoredRow.h"
 #include "integration/qt/QtTest.h"
@@ -16,6 +18,7 @@ using nkdt::app::Screen;
 using nkdt::app::ScreenDialog;
 using nkdt::app::Selection;
 using nkdt::app::StoredRow;
+using nkdt::app::StoreFailure;
 
 class EditDialog : public testing::Test {
   protected:
@@ -23,8 +26,8 @@ class EditDialog : public testing::Test {
 
     EditDialog() {
         database.Open(makeDatabase(folder, "a.db",
-                                   {"CREATE TABLE Waren (Nummer INTEGER PRIMARY KEY, Name TEXT, Preis "
-                                    "NUMERIC(10,2), Fertig BOOLEAN)",
+                                   {"CREATE TABLE Waren (Nummer INTEGER PRIMARY KEY, Name TEXT NOT NULL, "
+                                    "Preis NUMERIC(10,2), Fertig BOOLEAN)",
                                     "INSERT INTO Waren VALUES (1, 'Hammer', 12.5, NULL)"})
                           .c_str());
         row = std::make_unique<StoredRow>(database, CString("Waren"), "1", Selection());
@@ -35,7 +38,7 @@ class EditDialog : public testing::Test {
     CQtDialog& window() { return dynamic_cast<CQtDialog&>(screen->window()); }
 
     /// The dialog runs, and a person does something; it is closed afterwards in any case.
-    bool run(const std::function<void()>& person, const std::function<CString()>& store) {
+    bool run(const std::function<void()>& person, const std::function<StoreFailure()>& store) {
         QTimer::singleShot(0, window().GetDialog(), [&] {
             EXPECT_TRUE(QTest::qWaitForWindowActive(window().GetDialog()));
             person();
@@ -44,13 +47,24 @@ class EditDialog : public testing::Test {
                 window().GetDialog()->reject();
             }
         });
-        return screen->run(*form, store);
+        return screen->run(*form, 1, store);
     }
     bool run(const std::function<void()>& person) {
-        return run(person, [&] {
-            saved = row->save();
-            return CString();
-        });
+        return run(person, [&] { return nkdt::app::saveRow(*row, saved); });
+    }
+    /// The texts of all labels that are seen.
+    std::string allText() {
+        QCoreApplication::processEvents();
+        QStringList texts;
+        for (const QLabel* const label : window().GetDialog()->findChildren<QLabel*>()) {
+            if (label->isVisible()) texts += label->text();
+        }
+        return texts.join('\n').toStdString();
+    }
+    void meanwhile(const char* sql) {
+        CDatabase other;
+        other.Open(folder.file("a.db").c_str());
+        other.ExecuteSQL(sql);
     }
     std::string stored(const std::string& column) {
         return valueOf(folder.file("a.db"), "SELECT " + column + " FROM Waren WHERE Nummer = 1");
@@ -113,30 +127,77 @@ TEST_F(EditDialog, TellsEveryRefusalBesideItsFieldAndPutsTheCursorIntoTheFirst) 
     EXPECT_EQ(stored("Preis"), "12");
 }
 
+TEST_F(EditDialog, HasTheCursorBesideTheKeyAtFirst) {
+    EXPECT_FALSE(run([&] {
+        EXPECT_EQ(focused(), "Name");
+        qttest::click(window(), QStringLiteral("Abbrechen"));
+    }));
+}
+
+TEST_F(EditDialog, TellsWhatTheColumnsRefuseBesideTheirFields) {
+    EXPECT_TRUE(run([&] {
+        qttest::type(window(), name, QString());
+        qttest::type(window(), price, QStringLiteral("12.345.678.901.234.567,5"));
+        qttest::click(window(), QStringLiteral("Speichern"));
+        EXPECT_EQ(qttest::messageBeside(window(), number), "");
+        EXPECT_EQ(qttest::messageBeside(window(), name), "Dieses Feld darf nicht leer sein.");
+        EXPECT_THAT(qttest::messageBeside(window(), price), HasSubstr("12345678901234567.5"));
+        EXPECT_THAT(qttest::messageBeside(window(), price), Not(HasSubstr("Zeile")));
+        EXPECT_EQ(focused(), "Name");
+        EXPECT_EQ(saved.outcome, StoredRow::Saved::refused);
+        qttest::type(window(), name, QStringLiteral("neu"));
+        qttest::type(window(), price, QStringLiteral("12"));
+        qttest::click(window(), QStringLiteral("Speichern"));
+    }));
+    EXPECT_EQ(saved.columns, (std::vector<std::size_t>{1, 2}));
+    EXPECT_EQ(stored("Name"), "neu");
+    EXPECT_EQ(stored("Preis"), "12");
+}
+
+TEST_F(EditDialog, TellsThatTheDatabaseRefusesTheRow) {
+    database.ExecuteSQL(
+        "CREATE TRIGGER waechter BEFORE UPDATE OF Preis ON Waren BEGIN SELECT RAISE(ABORT, 'verboten'); END");
+    EXPECT_FALSE(run([&] {
+        qttest::type(window(), price, QStringLiteral("13"));
+        qttest::click(window(), QStringLiteral("Speichern"));
+        EXPECT_THAT(allText(), HasSubstr("Die Datenbank lehnt das Speichern ab: "));
+        EXPECT_THAT(allText(), HasSubstr("verboten"));
+        EXPECT_THAT(allText(), Not(HasSubstr("Zeile 1")));
+        qttest::click(window(), QStringLiteral("Abbrechen"));
+    }));
+}
+
+TEST_F(EditDialog, TellsThatSomebodyElseWasFasterAndTheWayOut) {
+    EXPECT_FALSE(run([&] {
+        qttest::type(window(), name, QStringLiteral("neu"));
+        meanwhile("UPDATE Waren SET Preis = 13, Fertig = 1");
+        qttest::click(window(), QStringLiteral("Speichern"));
+        EXPECT_THAT(allText(), HasSubstr("von jemand anderem geändert (Preis, Fertig). Es ist nichts "
+                                         "gespeichert; bitte brechen Sie ab und öffnen Sie die Zeile neu."));
+        meanwhile("DELETE FROM Waren");
+        qttest::click(window(), QStringLiteral("Speichern"));
+        EXPECT_THAT(allText(),
+                    HasSubstr("Diese Zeile wurde inzwischen gelöscht. Es ist nichts gespeichert."));
+        qttest::click(window(), QStringLiteral("Abbrechen"));
+    }));
+}
+
 TEST_F(EditDialog, StaysOpenWhenTheRowCannotBeStored) {
     int attempts = 0;
-    const auto store = [&]() -> CString {
-        if (++attempts == 1) return "Der erste Versuch";
-        if (attempts == 2) throw nkdt::app::DataError("der zweite Versuch");
+    const auto store = [&]() -> StoreFailure {
+        if (++attempts == 1) return {{}, "Der erste Versuch."};
+        if (attempts == 2) throw nkdt::app::DataError("der zweite Versuch.");
         saved = row->save();
         return {};
-    };
-    const auto message = [&] {
-        QCoreApplication::processEvents();
-        std::string text;
-        for (const QLabel* const label : window().GetDialog()->findChildren<QLabel*>()) {
-            if (label->isVisible() && label->text().contains(QStringLiteral("Versuch")))
-                text = label->text().toStdString();
-        }
-        return text;
     };
     EXPECT_TRUE(run(
         [&] {
             qttest::type(window(), name, QStringLiteral("neu"));
             qttest::click(window(), QStringLiteral("Speichern"));
-            EXPECT_EQ(message(), "Der erste Versuch");
+            EXPECT_THAT(allText(), HasSubstr("Der erste Versuch."));
             qttest::click(window(), QStringLiteral("Speichern"));
-            EXPECT_EQ(message(), "der zweite Versuch");
+            EXPECT_THAT(allText(), HasSubstr("der zweite Versuch."));
+            EXPECT_THAT(allText(), Not(HasSubstr("Der erste Versuch.")));
             qttest::click(window(), QStringLiteral("Speichern"));
         },
         store));
@@ -167,8 +228,32 @@ TEST_F(EditDialog, KeepsTheLineEndsOfATextThatIsChanged) {
     EXPECT_EQ(stored("Name"), "a\nbc");
 }
 
+TEST_F(EditDialog, ShowsTheBeginningOfATextThatIsTooLongForItAndSavesTheOthers) {
+    const std::string longText(1000001, 'x');
+    database.ExecuteSQL(CString(std::string_view("UPDATE Waren SET Name = '" + longText + "'")));
+    row = std::make_unique<StoredRow>(database, CString("Waren"), "1", Selection());
+    form = std::make_unique<RowForm>(row->columns());
+    EXPECT_TRUE(run([&] {
+        EXPECT_TRUE(qttest::edit(window(), name).text().startsWith(QStringLiteral("xxxxxxxx")));
+        EXPECT_TRUE(qttest::edit(window(), name).isReadOnly());
+        EXPECT_NE(qttest::messageBeside(window(), name), "");
+        qttest::type(window(), price, QStringLiteral("13"));
+        qttest::click(window(), QStringLiteral("Speichern"));
+    }));
+    EXPECT_EQ(stored("Preis"), "13");
+    EXPECT_EQ(stored("LENGTH(Name)"), "1000001");
+}
+
 TEST_F(EditDialog, WritesItsPicture) {
     form->load(*screen);
     screen->savePicture(folder.file("bild.png"));
-    EXPECT_TRUE(contentOf(folder.file("bild.png")).starts_with("\x89PNG"));
+    const QImage picture(QString::fromStdString(folder.file("bild.png")), "PNG");
+    EXPECT_GT(picture.height(), 2 * 4 * qttest::edit(window(), name).sizeHint().height());
+    EXPECT_GT(picture.width(), 2 * qttest::edit(window(), name).sizeHint().width());
+    EXPECT_GT(qttest::darkPixels(picture), 500);
+
+    ASSERT_TRUE(screen->enter(form->fields()[1].id, ""));
+    screen->savePicture(folder.file("leer.png"));
+    const QImage empty(QString::fromStdString(folder.file("leer.png")), "PNG");
+    EXPECT_LT(qttest::darkPixels(empty), qttest::darkPixels(picture)) << "without the name";
 }

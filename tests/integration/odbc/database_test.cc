@@ -1,5 +1,8 @@
 #include <dlfcn.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 
 #include "TestDatabase.h"
@@ -133,7 +136,20 @@ TEST_P(Database, PreparedStatementsKeepTheirParameters) {
     EXPECT_EQ(value("SELECT g FROM t WHERE a = 2"), "ß");
     EXPECT_EQ(value("SELECT f FROM t WHERE a = 1"), "1");
     EXPECT_EQ(thrownBy([&] { insert.SetValue(2, std::string_view("a\0b", 3)); }).state, "22021");
-    EXPECT_EQ(thrownBy([&] { insert.SetValue(0, "x"); }).state, "07009");
+}
+
+TEST_P(Database, AParameterThatTheStatementDoesNotHaveIsRefused) {
+    db.ExecuteSQL("CREATE TABLE t (a INTEGER, b VARCHAR(20))");
+    CDatabaseStatement insert(db, "INSERT INTO t VALUES (?, 'was?')");
+    for (const INT number : {-1, 0, 2, 3}) {
+        EXPECT_EQ(thrownBy([&] { insert.SetValue(number, "1"); }).state, "07009") << number;
+        EXPECT_EQ(thrownBy([&] { insert.SetNull(number); }).state, "07009") << number;
+    }
+    insert.SetValue(1, "1", CDatabaseColumn::integer);
+    EXPECT_EQ(insert.Execute(), 1);
+    CDatabaseStatement plain(db, "DELETE FROM t");
+    EXPECT_EQ(thrownBy([&] { plain.SetValue(1, "x"); }).text, "Parameter 1 gibt es nicht");
+    EXPECT_EQ(plain.Execute(), 1);
 }
 
 TEST_P(Database, AStatementWithoutAllItsParametersThrows) {
@@ -178,6 +194,21 @@ TEST_P(Database, ColumnsComeInOrderWithTypesAndKey) {
     if (isPostgresql()) {
         EXPECT_FALSE(columns[0].fNullable);
     }
+    EXPECT_TRUE(columns[1].fNullable);
+}
+
+TEST_P(Database, AGeneratedColumnIsAColumnThatSaysSo) {
+    db.ExecuteSQL(
+        "CREATE TABLE t (a INTEGER NOT NULL, b INTEGER GENERATED ALWAYS AS (a * 2) STORED, c INTEGER)");
+    const std::vector<CDatabaseColumn> columns = db.GetColumns("t");
+    ASSERT_EQ(columns.size(), 3U);
+    EXPECT_EQ(columns[1].strName, "b");
+    EXPECT_EQ(columns[1].strTypeName, isPostgresql() ? "int4" : "INTEGER");
+    EXPECT_EQ(columns[1].nType, CDatabaseColumn::integer);
+    EXPECT_TRUE(columns[1].fGenerated);
+    EXPECT_FALSE(columns[0].fGenerated);
+    EXPECT_FALSE(columns[2].fGenerated);
+    EXPECT_FALSE(columns[0].fNullable);
     EXPECT_TRUE(columns[1].fNullable);
 }
 
@@ -282,6 +313,40 @@ TEST_F(SqliteOpening, WhatIsNoDatabaseIsNoticedAtOnce) {
     EXPECT_NE(thrownBy([&] { db.Open(directory.c_str()); }).text.find("ist ein Ordner"), std::string::npos);
     EXPECT_EQ(thrownBy([&] { db.Open(""); }).state, "08001");
     EXPECT_EQ(thrownBy([&] { db.Open(nullptr); }).state, "08001");
+}
+
+TEST_F(SqliteOpening, WhatCannotBeOpenedIsNamed) {
+    const std::string path = folder.file("größe.db");
+    const std::string start = "Datenbank \"" + path + "\": ";
+    std::ofstream(path) << std::string(5000, 'x');
+    EXPECT_EQ(thrownBy([&] { db.Open(path.c_str()); }).text, start + "[SQLite]file is not a database (26)");
+    const std::string string = "Driver=SQLite3;Database=" + path + ".fehlt;PWD=geheim";
+    const std::string text = thrownBy([&] { db.Open(string.c_str()); }).text;
+    EXPECT_NE(text.find("\"" + path + ".fehlt\": [SQLite]"), std::string::npos) << text;
+    EXPECT_EQ(text.find("geheim"), std::string::npos) << "a connection string may hold a secret";
+    EXPECT_EQ(thrownBy([&] { db.Open("DSN=GibtEsNicht"); }).text.find("Datenbank \"GibtEsNicht\": "), 0U);
+}
+
+// The superuser may read everything, so that he cannot see this.
+TEST_F(SqliteOpening, AFileWithoutRightsTellsThat) {
+    const std::string path = folder.file("zu.db");
+    std::ofstream(path) << "x";
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    if (::access(path.c_str(), R_OK) == 0) GTEST_SKIP() << "the superuser may read every file";
+    const std::string text = thrownBy([&] { db.Open(path.c_str()); }).text;
+    EXPECT_NE(text.find("ist nicht zu öffnen: " + std::string(std::strerror(EACCES))), std::string::npos)
+        << text;
+}
+
+TEST_F(SqliteOpening, AVirtualGeneratedColumnIsOneTooAndAHiddenColumnNone) {
+    db.Open(folder.file("a.db").c_str(), CDatabase::createMissing);
+    db.ExecuteSQL("CREATE TABLE t (a DECIMAL(10,2), b NUMERIC(12,3) AS (a / 2) VIRTUAL)");
+    const std::vector<CDatabaseColumn> columns = db.GetColumns("t");
+    ASSERT_EQ(columns.size(), 2U);
+    EXPECT_TRUE(columns[1].fGenerated);
+    EXPECT_EQ(columns[1].nLength, 12);
+    EXPECT_EQ(columns[1].nScale, 3);
+    EXPECT_EQ(db.GetColumns("pragma_user_version").size(), 1U) << "the schema's name is a hidden parameter";
 }
 
 TEST_F(SqliteOpening, AnUnknownDriverIsTheDriverManagersError) {

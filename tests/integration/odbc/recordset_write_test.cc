@@ -297,6 +297,33 @@ TEST_P(RecordsetWriting, WhatAColumnCannotHoldIsRefusedBeforeItIsWritten) {
     EXPECT_EQ(name, "Schraube");
 }
 
+TEST_P(RecordsetWriting, ARefusalTellsColumnAndReasonApart) {
+    execute(isPostgresql()
+                ? "ALTER TABLE artikel ADD CHECK (lager < 1000)"
+                : "CREATE TRIGGER wache BEFORE UPDATE ON artikel BEGIN SELECT RAISE(ABORT, 'nein'); END");
+    openByKey();
+    moveTo(1);
+    const auto told = [&] {
+        try {
+            rs.Update();
+        } catch (CDBException* e) {
+            std::string parts = utf8((e->m_strColumn + "|" + e->m_strReason).View());
+            e->Delete();
+            return parts;
+        }
+        return std::string("nothing");
+    };
+    rs.Edit();
+    set(grade, "ab");
+    EXPECT_EQ(told(), "klasse|Der Text ist länger als ein Zeichen");
+    rs.CancelUpdate();
+    rs.Edit();
+    set(stock, 1000);
+    const std::string byTheDatabase = told();
+    EXPECT_EQ(byTheDatabase.front(), '|') << "no column is to blame";
+    EXPECT_EQ(byTheDatabase.find("Zeile"), std::string::npos) << byTheDatabase;
+}
+
 TEST_P(RecordsetWriting, ANewRowThatIsRefusedIsCountedByItself) {
     openByKey();
     rs.AddNew();

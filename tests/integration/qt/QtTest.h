@@ -9,7 +9,9 @@
 #include <nkdt/qt/QtDialog.h>
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDialog>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -75,10 +77,10 @@ inline void type(const CQtDialog& dialog, int id, const QString& text) {
     typeInto(edit(dialog, id), text);
 }
 
-/// The button of that text, or null.
+/// The button of that text, which is told without its mnemonic, or null.
 inline QPushButton* button(const CQtDialog& dialog, const QString& text) {
     for (QPushButton* const each : dialog.GetDialog()->findChildren<QPushButton*>()) {
-        if (each->text() == text) return each;
+        if (each->text().remove('&') == text) return each;
     }
     return nullptr;
 }
@@ -92,6 +94,22 @@ inline void click(const CQtDialog& dialog, const QString& text) {
 inline void show(const CQtDialog& dialog) {
     dialog.GetDialog()->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.GetDialog()));
+}
+
+/// Replaces what is selected by a text from the clipboard.
+inline void paste(QLineEdit& edit, const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+    edit.paste();
+    QGuiApplication::clipboard()->clear();
+}
+
+/// The labels in front of the edit controls, as they are written.
+inline QStringList labels(const CQtDialog& dialog) {
+    QStringList texts;
+    for (const QLabel* const label : dialog.GetDialog()->findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr) texts += label->text();
+    }
+    return texts;
 }
 
 /// Where a widget is in the dialog.

@@ -47,6 +47,52 @@ TEST_F(QtApplication, ADisplayIsWhatTheEnvironmentNames) {
     EXPECT_TRUE(CQtApplication::HasDisplay());
 }
 
+TEST_F(QtApplication, ADisplayThatDoesNotAnswerIsNone) {
+    qputenv("DISPLAY", ":9999");
+    {
+        const CQtApplication application;
+        EXPECT_EQ(QGuiApplication::platformName(), "offscreen");
+        EXPECT_FALSE(CQtApplication::HasDisplay());
+    }
+    EXPECT_TRUE(CQtApplication::HasDisplay()) << "it is named";
+    EXPECT_TRUE(qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"));
+}
+
+TEST_F(QtApplication, APlatformThatIsNamedStays) {
+    qputenv("DISPLAY", ":9999");
+    qputenv("QT_QPA_PLATFORM", "minimal");
+    {
+        const CQtApplication application;
+        EXPECT_EQ(QGuiApplication::platformName(), "minimal");
+        EXPECT_FALSE(CQtApplication::HasDisplay());
+    }
+    EXPECT_EQ(qgetenv("QT_QPA_PLATFORM"), "minimal");
+}
+
+TEST_F(QtApplication, ASecondOneIsRefused) {
+    const auto isRefused = [] {
+        try {
+            const CQtApplication second;
+            return false;
+        } catch (CInvalidArgException* exception) {
+            exception->Delete();
+            return true;
+        }
+    };
+    {
+        const CQtApplication application;
+        EXPECT_TRUE(isRefused());
+        EXPECT_NE(QCoreApplication::instance(), nullptr) << "the first one is left alone";
+        EXPECT_EQ(QApplication::allWidgets().size(), 0);
+    }
+    EXPECT_FALSE(isRefused()) << "one after the other";
+    char name[] = "program";
+    char* arguments[] = {name, nullptr};
+    int count = 1;
+    const QCoreApplication another(count, arguments);
+    EXPECT_TRUE(isRefused());
+}
+
 TEST_F(QtApplication, AMissingRuntimeFolderIsMadeAndTakenAway) {
     QString folder;
     {

@@ -1,8 +1,5 @@
 // What a person can enter, and what is told about it.
 
-#include <QClipboard>
-#include <QGuiApplication>
-
 #include "integration/qt/QtTest.h"
 
 namespace {
@@ -81,31 +78,61 @@ TEST_F(QtInput, TheMessageEndsWithTheNextInputThatIsTaken) {
 }
 
 TEST_F(QtInput, APastedTextIsRefusedAsAWhole) {
-    QGuiApplication::clipboard()->setText("Meier und Жуков");
     edit(dialog, kText).selectAll();
-    edit(dialog, kText).paste();
+    paste(edit(dialog, kText), "Meier und Жуков");
     EXPECT_EQ(edit(dialog, kText).text(), "Müller");
     EXPECT_EQ(messageBeside(dialog, kText), "Das Zeichen „Ж“ (U+0416) kann nicht gespeichert werden.");
-    QGuiApplication::clipboard()->setText("Meier");
-    edit(dialog, kText).paste();
+    edit(dialog, kText).selectAll();
+    paste(edit(dialog, kText), "Meier");
     EXPECT_EQ(dialog.GetDlgItemText(kText), "Meier");
-    QGuiApplication::clipboard()->clear();
 }
 
 TEST_F(QtInput, ALetterAndItsAccentAreTheLetterWithTheAccent) {
-    QGuiApplication::clipboard()->setText(QString::fromUtf8("Mu\u0308ller"));
     edit(dialog, kText).clear();
-    edit(dialog, kText).paste();
+    paste(edit(dialog, kText), QString::fromUtf8("Mu\u0308ller"));
     EXPECT_EQ(dialog.GetDlgItemText(kText), "M\xFCller");
     EXPECT_EQ(messageBeside(dialog, kText), "");
-    QGuiApplication::clipboard()->clear();
+}
+
+TEST_F(QtInput, TheCursorStaysBehindALetterThatGotItsAccent) {
+    type(dialog, kText, "abcdef");
+    edit(dialog, kText).setCursorPosition(2);
+    paste(edit(dialog, kText), QString::fromUtf8("u\u0308"));
+    typeInto(edit(dialog, kText), "Z");
+    EXPECT_EQ(edit(dialog, kText).text(), "abüZcdef");
+}
+
+TEST_F(QtInput, TheLineEndBehindAPastedTextIsDropped) {
+    for (const char* const pasted : {"12\n", "12\r\n", "12", "12\n\n", "12\u2029"}) {
+        edit(dialog, kAmount).clear();
+        paste(edit(dialog, kAmount), QString::fromUtf8(pasted));
+        EXPECT_EQ(edit(dialog, kAmount).text(), "12");
+    }
+    type(dialog, kText, "abcd");
+    edit(dialog, kText).setCursorPosition(2);
+    paste(edit(dialog, kText), "x\r\n");
+    typeInto(edit(dialog, kText), "y");
+    EXPECT_EQ(edit(dialog, kText).text(), "abxycd");
+}
+
+TEST_F(QtInput, LineEndsThatTheValueHasStayWhileAPersonTypes) {
+    text = "eins\r\nzwei\r\n";
+    text.SetModified(FALSE);
+    dialog.UpdateData(FALSE);
+    EXPECT_EQ(dialog.GetDlgItemText(kText), "eins\r\nzwei\r\n");
+    EXPECT_FALSE(dialog.IsModified());
+    edit(dialog, kText).setCursorPosition(4);
+    typeInto(edit(dialog, kText), "x");
+    edit(dialog, kText).end(false);
+    typeInto(edit(dialog, kText), "y");
+    QTest::keyClick(&edit(dialog, kText), Qt::Key_Backspace);
+    EXPECT_EQ(dialog.GetDlgItemText(kText), "einsx\r\nzwei\r\n");
 }
 
 TEST_F(QtInput, ATextThatIsTooLongIsRefusedAsAWhole) {
     dialog.SetTextLimit(kText, 8);
-    QGuiApplication::clipboard()->setText("123456789");
     edit(dialog, kText).selectAll();
-    edit(dialog, kText).paste();
+    paste(edit(dialog, kText), "123456789");
     EXPECT_EQ(edit(dialog, kText).text(), "Müller");
     EXPECT_EQ(messageBeside(dialog, kText), "Der Text darf höchstens 8 Zeichen lang sein.");
     type(dialog, kText, "12345678");
@@ -113,7 +140,18 @@ TEST_F(QtInput, ATextThatIsTooLongIsRefusedAsAWhole) {
     typeInto(edit(dialog, kText), "9");
     EXPECT_EQ(dialog.GetDlgItemText(kText), "12345678");
     EXPECT_NE(messageBeside(dialog, kText), "");
-    QGuiApplication::clipboard()->clear();
+}
+
+TEST_F(QtInput, ATextThatIsTooLongAlreadyCanBecomeShorter) {
+    type(dialog, kText, "1234567890");
+    dialog.SetTextLimit(kText, 5);
+    EXPECT_EQ(dialog.GetDlgItemText(kText), "1234567890");
+    QTest::keyClick(&edit(dialog, kText), Qt::Key_Backspace);
+    EXPECT_EQ(edit(dialog, kText).text(), "123456789");
+    EXPECT_EQ(messageBeside(dialog, kText), "");
+    typeInto(edit(dialog, kText), "x");
+    EXPECT_EQ(edit(dialog, kText).text(), "123456789");
+    EXPECT_EQ(messageBeside(dialog, kText), "Der Text darf höchstens 5 Zeichen lang sein.");
 }
 
 TEST_F(QtInput, TextsOfAnyLengthUpToTheLimitAreHeldWhole) {
@@ -133,9 +171,9 @@ TEST_F(QtInput, WhatAProgramPutsIntoTheWidgetItselfNeverReachesTheValue) {
         } catch (NkEhBasis* caught) {
             const std::unique_ptr<NkEhBasis> error(caught);
             EXPECT_EQ(error->GetErrorNumber(), ULONG{NkDtErrFolgefehler});
-            EXPECT_STREQ(error->GetCauseText(),
-                         alien.size() == 5 ? "Das Zeichen U+0416 ist in Codepage 1252 nicht darstellbar"
-                                           : "Das Zeichen U+0000 ist in Codepage 1252 nicht darstellbar");
+            EXPECT_STREQ(error->GetCauseText(), alien.size() == 5
+                                                    ? "Das Zeichen U+0416 kann nicht gespeichert werden."
+                                                    : "Das Zeichen U+0000 kann nicht gespeichert werden.");
         }
         EXPECT_EQ(text, "M\xFCller");
         EXPECT_NE(messageBeside(dialog, kText), "");
@@ -203,6 +241,20 @@ TEST_F(QtInput, EnteringIsWhatAPersonDoes) {
     EXPECT_EQ(dialog.GetDlgItemText(kText), "");
 }
 
+TEST_F(QtInput, AReadOnlyControlTakesNothingFromAPerson) {
+    const QColor usual = edit(dialog, kText).palette().color(QPalette::Base);
+    dialog.SetReadOnly(kText);
+    EXPECT_NE(edit(dialog, kText).palette().color(QPalette::Base), usual);
+    typeInto(edit(dialog, kText), "x");
+    EXPECT_FALSE(dialog.EnterText(kText, "Meier"));
+    EXPECT_EQ(edit(dialog, kText).text(), "Müller");
+    EXPECT_TRUE(dialog.SetDlgItemText(kText, "Meier"));
+    dialog.SetReadOnly(kText, FALSE);
+    EXPECT_EQ(edit(dialog, kText).palette().color(QPalette::Base), usual);
+    EXPECT_TRUE(dialog.EnterText(kText, "Huber"));
+    EXPECT_EQ(edit(dialog, kText).text(), "Huber");
+}
+
 TEST_F(QtInput, AnIdWithoutSuchAControlIsRefused) {
     const auto refuses = [](auto&& operation) {
         try {
@@ -216,6 +268,7 @@ TEST_F(QtInput, AnIdWithoutSuchAControlIsRefused) {
     EXPECT_TRUE(refuses([&] { dialog.AddEdit(kText, "Zweiter"); }));
     EXPECT_TRUE(refuses([&] { dialog.AddCheck(kText, "Zweiter"); }));
     EXPECT_TRUE(refuses([&] { dialog.SetTextLimit(kBox, 5); }));
+    EXPECT_TRUE(refuses([&] { dialog.SetReadOnly(kBox); }));
     EXPECT_TRUE(refuses([&] { dialog.EnterText(kBox, "x"); }));
     EXPECT_TRUE(refuses([&] { dialog.IsModified(99); }));
     EXPECT_TRUE(refuses([&] { dialog.ShowError(99, "x"); }));

@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QLayout>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <vector>
 
@@ -112,7 +114,10 @@ TEST_F(QtLayout, ANumberThatIsLongerThanUsualIsShownWhole) {
     show(dialog);
     const QLineEdit& control = edit(dialog, kDecimal);
     EXPECT_LT(control.fontMetrics().horizontalAdvance(control.text()) + 4, control.width());
-    EXPECT_LE(edit(dialog, kDouble).width(), dialog.GetDialog()->width()) << "there is an end to it";
+    EXPECT_GT(edit(dialog, kDouble).text().size(), 400);
+    const int digit = control.fontMetrics().horizontalAdvance('0');
+    EXPECT_GT(edit(dialog, kDouble).width(), 40 * digit);
+    EXPECT_LT(edit(dialog, kDouble).width(), 45 * digit) << "there is an end to it";
 }
 
 TEST_F(QtLayout, NumbersStandAtTheRight) {
@@ -164,13 +169,33 @@ TEST(QtMnemonics, AreFoundWhereTheLabelHasNone) {
     dialog.AddCheck(5, "Platz");
     dialog.AddEdit(6, "pnEr");
     dialog.AddEdit(7, "NPE");
-    QStringList labels;
-    for (const QLabel* const label : dialog.GetDialog()->findChildren<QLabel*>()) {
-        if (label->buddy() != nullptr) labels += label->text();
-    }
-    EXPECT_EQ(labels.join(", ").toStdString(), "&Preis, Ei&n && aus, P&EN, &Soll && Haben, pnE&r, NPE");
+    show(dialog);
+    EXPECT_EQ(labels(dialog).join(", ").toStdString(),
+              "&Preis, Ei&n && aus, P&EN, S&oll && Haben, pnE&r, NPE");
     EXPECT_EQ(box(dialog, 5).text(), "P&latz");
     EXPECT_EQ(edit(dialog, 2).accessibleName(), "Ein & aus");
+}
+
+TEST(QtMnemonics, ThatTheProgramChoseComeFirstAndTheButtonsNext) {
+    CQtDialog dialog;
+    dialog.AddEdit(1, "Name");
+    dialog.AddEdit(2, "Sache");
+    dialog.AddEdit(3, "&Nummer");
+    dialog.AddEdit(4, "&Art");
+    show(dialog);
+    EXPECT_EQ(labels(dialog).join(", ").toStdString(), "Na&me, Sa&che, &Nummer, &Art");
+    EXPECT_EQ(button(dialog, "Speichern")->text(), "&Speichern");
+    EXPECT_EQ(button(dialog, "Abbrechen")->text(), "A&bbrechen");
+    dialog.AddEdit(5, "Neu");
+    EXPECT_EQ(labels(dialog).back(), "N&eu") << "later on";
+}
+
+TEST(QtMnemonics, AreInThePictureToo) {
+    const QTemporaryDir folder;
+    CQtDialog dialog;
+    dialog.AddEdit(1, "Name");
+    dialog.SavePicture(folder.filePath("bild.png").toLocal8Bit().constData());
+    EXPECT_EQ(labels(dialog).join("").toStdString(), "&Name");
 }
 
 TEST(QtButtons, AreGerman) {
@@ -185,6 +210,80 @@ TEST(QtButtons, AreGerman) {
         "fen");
     EXPECT_NE(button(other, "Prüfen"), nullptr);
     EXPECT_EQ(other.GetDialog()->windowTitle(), "Prüfung");
+}
+
+TEST(QtButtons, AreReachedByTheirMnemonics) {
+    CQtDialog dialog;
+    dialog.AddEdit(1, "Name");
+    show(dialog);
+    QTest::keyClick(dialog.GetDialog(), Qt::Key_A, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.GetDialog()->isVisible(); }));
+    EXPECT_EQ(dialog.GetDialog()->result(), QDialog::Rejected);
+}
+
+// ---- Labels
+
+TEST(QtLabels, AreShownAsTheyAre) {
+    CQtDialog dialog;
+    dialog.AddEdit(1, "&a<i>b</i>");
+    dialog.AddEdit(2, "&Ort");
+    show(dialog);
+    for (const QLabel* const label : dialog.GetDialog()->findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr) {
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        }
+    }
+    EXPECT_EQ(labels(dialog).front(), "&a<i>b</i>");
+    edit(dialog, 2).setFocus();
+    QTest::keyClick(dialog.GetDialog(), Qt::Key_A, Qt::AltModifier);
+    EXPECT_TRUE(edit(dialog, 1).hasFocus());
+}
+
+TEST(QtLabels, ThatAreVeryLongAreCutAndWholeInTheirTooltip) {
+    const std::string whole = "W<b>&&" + std::string(300, 'x');
+    CQtDialog dialog;
+    dialog.AddEdit(1, ("&" + whole).c_str());
+    dialog.AddCheck(2, ("&" + std::string(300, 'y')).c_str());
+    show(dialog);
+    EXPECT_LE(dialog.GetDialog()->width(), dialog.GetDialog()->screen()->availableGeometry().width());
+    const QString shown = labels(dialog).front();
+    EXPECT_TRUE(shown.startsWith("&W<b>&&xxx")) << shown.toStdString();
+    EXPECT_TRUE(shown.endsWith(QStringLiteral("…"))) << shown.toStdString();
+    EXPECT_TRUE(box(dialog, 2).text().endsWith(QStringLiteral("…")));
+    const QString name = QString("W<b>&%1").arg(QString(300, 'x'));
+    EXPECT_EQ(edit(dialog, 1).accessibleName(), name);
+    for (const QLabel* const label : dialog.GetDialog()->findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr) {
+            EXPECT_EQ(label->toolTip(), QString("<p>%1</p>").arg(name.toHtmlEscaped()));
+        }
+    }
+}
+
+TEST(QtLabels, OfUsualLengthHaveNoTooltip) {
+    CQtDialog dialog;
+    dialog.AddCheck(1, "&Lieferbar && bestellt");
+    show(dialog);
+    EXPECT_EQ(box(dialog, 1).text(), "&Lieferbar && bestellt");
+    EXPECT_EQ(box(dialog, 1).toolTip(), "");
+}
+
+TEST(QtFocus, StartsInTheFirstFieldThatCanBeEdited) {
+    CQtDialog dialog;
+    dialog.AddEdit(1, "&Nummer");
+    dialog.AddEdit(2, "&Ort");
+    dialog.AddEdit(3, "&Name");
+    dialog.SetReadOnly(1);
+    dialog.SetReadOnly(2);
+    show(dialog);
+    EXPECT_TRUE(edit(dialog, 3).hasFocus());
+}
+
+TEST(QtFocus, GoesToTheButtonsWhenNothingCanBeEdited) {
+    CQtDialog dialog;
+    dialog.AddEdit(1, "&Nummer");
+    dialog.SetReadOnly(1);
+    show(dialog);
+    EXPECT_TRUE(button(dialog, "Speichern")->hasFocus());
 }
 
 // ---- Many fields
@@ -206,6 +305,18 @@ TEST_F(QtManyFields, AreScrolledWithinTheScreen) {
     EXPECT_TRUE(edit(dialog, kFields).visibleRegion().isEmpty());
     dialog.GetDlgItem(kFields)->SetFocus();
     EXPECT_EQ(edit(dialog, kFields).visibleRegion().boundingRect().size(), edit(dialog, kFields).size());
+}
+
+TEST_F(QtManyFields, AreReachedSidewaysWhereTheScreenIsTooNarrow) {
+    dialog.AddEdit(kFields + 1, "Ein Name von einiger L\xE4nge, vierzig", NkDtTypString);
+    const std::string message(200, 'm');
+    dialog.ShowError(kFields + 1, (message + " " + message).c_str());
+    dialog.GetWidget(kFields + 1)->setMinimumWidth(2000);
+    show(dialog);
+    EXPECT_LE(dialog.GetDialog()->width(), dialog.GetDialog()->screen()->availableGeometry().width());
+    const auto* const bar = dialog.GetDialog()->findChild<QScrollArea*>()->horizontalScrollBar();
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_GT(bar->maximum(), 1000);
 }
 
 TEST_F(QtManyFields, AreAllInThePicture) {

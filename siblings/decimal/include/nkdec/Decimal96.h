@@ -12,22 +12,18 @@
 /// (total + tax).toString(text);                                             // "71.36"
 /// @endcode
 ///
-/// - The number is mantissa * 10^-scale with a magnitude of the mantissa below 2^95, so that every number of
-/// 28
-///   digits can be held. Results have 0 to 28 places. 1.50 and 1.5 are equal, have the same hash, and keep
-///   the places that they were written with.
+/// - The number is mantissa * 10^-scale with a magnitude of the mantissa below 2^95, so that every number
+///   of 28 digits can be held. Results have 0 to 28 places. 1.50 and 1.5 are equal, have the same hash, and
+///   keep the places that they were written with.
 /// - `+`, `-` and `*` have their natural scale (the larger of the two; the sum of both, at most 28) where the
 ///   result fits, else the largest scale at which it fits, rounded half away from zero, once.
-/// - `/` gives an exact quotient the smallest scale from max(0, scale(a) - scale(b)) on, every other quotient
-/// as
-///   many places as fit, at most 28, rounded half away from zero, once.
+/// - `/` gives an exact quotient the smallest scale from max(0, scale(a) - scale(b)) on, every other
+///   quotient as many places as fit, at most 28, rounded half away from zero, once.
 /// - What does not fit at scale 0, and a divisor of 0, calls the overflow handler, a loss of digits the
-/// inexact
-///   handler (Decimal96Handlers.h). When a handler throws, no operand has changed.
+///   inexact handler (Decimal96Handlers.h). When a handler throws, no operand has changed.
 /// - Made of parts, a number may have any scale of 16 bits, which it keeps and tells. Computing, comparing
-/// and
-///   writing see it normalised: more than 28 places are rounded half away from zero to 28, a negative scale
-///   is multiplied out, which calls the overflow handler if it does not fit.
+///   and writing see it normalised: more than 28 places are rounded half away from zero to 28, a negative
+///   scale is multiplied out, which calls the overflow handler if it does not fit.
 /// - What is no number (the result of an overflow whose handler returned, or a text that is none) makes every
 ///   result that it takes part in the same, without a further call. It equals its like and is greater than
 ///   every number; as a double it is NaN, as a whole number 0, as a text "NaN".

@@ -66,7 +66,8 @@ class NKDT_API CDatabase {
     /// Where the text does not say otherwise, rows stream in constant memory (`StepAPI`, `UseDeclareFetch`)
     /// and truth values are no texts. A string that names a data source instead of a driver gets the options
     /// of every known driver; each ignores those of the others. Whatever the text says, texts are UTF-8 and a
-    /// lock is waited for at most 5 seconds. A file that is no database is noticed here as well.
+    /// lock is waited for at most 5 seconds. A file that is no database is noticed here as well. What fails
+    /// names the database.
     void Open(LPCTSTR lpszTarget, OpenOption nOption = openExisting);
     /// Closes the connection; a transaction that is under way is rolled back. Recordsets and statements that
     /// still use it end with it: their next use throws.

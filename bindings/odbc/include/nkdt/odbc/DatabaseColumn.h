@@ -35,9 +35,8 @@ struct NKDT_API CDatabaseColumn {
 
     /// The meaning of a declared type's name, in any letter case, with or without its numbers in parentheses.
     /// @param lpszTypeName the name; null or empty gives `unknown`
-    /// @param nLength      the length that the database reports beside the name, 0 if none; it decides
-    /// between
-    ///                     `character` and `text` when the name has no number of its own
+    /// @param nLength the length that the database reports beside the name, 0 if none; it decides between
+    /// `character` and `text` when the name has no number of its own
     static Type TypeFromName(LPCTSTR lpszTypeName, INT nLength = 0) noexcept;
 
     CString strName;       ///< the column's name, in code page 1252
@@ -48,4 +47,5 @@ struct NKDT_API CDatabaseColumn {
     INT nScale = 0;         ///< the declared places of a number, 0 if none; negative: zeros before the point
     INT nKeyPosition = 0;   ///< 1 for the first column of the primary key and so on, 0 outside of it
     BOOL fNullable = TRUE;  ///< FALSE only if the database promises that no value is null
+    BOOL fGenerated = FALSE;  ///< TRUE if the database computes the values, which cannot be written then
 };

@@ -26,7 +26,8 @@
 ///
 /// Rows stream forward in constant memory. Nothing is cut or guessed: every value crosses as text and is
 /// checked before it becomes a field. What does not fit is a `CDBException*` that names row and column, e.g.
-/// "Zeile 5, Spalte Name: Zeichen U+4E2D ist in Codepage 1252 nicht darstellbar". Its state tells the kind:
+/// "Zeile 5, Spalte Name: Zeichen U+4E2D ist in Codepage 1252 nicht darstellbar"; `m_strColumn` has the
+/// column alone, `m_strReason` the text behind the place. Its state tells the kind:
 /// 22003 a number out of range, 22008 a date that is none or out of range, 22018 a text that is no such
 /// value, 22001 a text that is too long, 22021 a character outside the code page or a NUL.
 ///
@@ -148,7 +149,8 @@ class NKDT_API CDatabaseRecordset : public CRecordset {
     ///
     /// An edited row is found by its primary key; without one, by all its old values, and it is an error, and
     /// nothing is changed, if none or several rows have them. A value that is refused leaves the database as
-    /// it was and the editing under way.
+    /// it was and the editing under way. The values of a generated column are the database's: one that is
+    /// changed, or not null in a new row, is refused (428C9).
     BOOL Update();
     /// Gives up the editing. The fields get the values of the current row back.
     void CancelUpdate();

@@ -33,11 +33,12 @@ class NKDT_API CDatabaseStatement {
     CDatabaseStatement(const CDatabaseStatement&) = delete;
     CDatabaseStatement& operator=(const CDatabaseStatement&) = delete;
 
-    /// Sets a parameter, 1 for the first "?". It keeps its value until it is set again.
+    /// Sets a parameter, 1 for the first "?". It keeps its value until it is set again. A number that the
+    /// statement does not have is an error (07009).
     /// @param text  the value in code page 1252; a NUL inside is refused, because no database keeps it
     /// @param nType the type of the column that it is meant for
     void SetValue(INT nParameter, std::string_view text, CDatabaseColumn::Type nType = CDatabaseColumn::text);
-    /// Sets a parameter to null.
+    /// Sets a parameter to null, with the same error.
     void SetNull(INT nParameter, CDatabaseColumn::Type nType = CDatabaseColumn::text);
 
     /// Executes the statement; every "?" must have been set. Returns the number of changed rows, -1 if the

@@ -12,7 +12,7 @@
 /// @endcode
 ///
 /// A program that has a `QApplication` of its own needs none of this. There can be one at a time, made and
-/// used by the main thread.
+/// used by the main thread. It is made before the first dialog, and ends after the last one.
 
 #include <memory>
 
@@ -22,12 +22,15 @@
 class NKDT_API CQtApplication {
   public:
     /// A program without arguments for Qt.
+    ///
+    /// Both constructors throw a `CInvalidArgException*` when there is an application object of Qt already.
     CQtApplication();
     /// Takes Qt's own arguments (`-style`, `-platform`, ...) out of the program's; both stay in use as long
     /// as this object lives.
     ///
-    /// When the environment names neither a display (`DISPLAY`, `WAYLAND_DISPLAY`) nor a platform
-    /// (`QT_QPA_PLATFORM`), the dialogs are drawn off-screen. When it names no `XDG_RUNTIME_DIR`, a folder
+    /// When the environment names no platform (`QT_QPA_PLATFORM`), the dialogs are drawn on the display that
+    /// it names (`WAYLAND_DISPLAY`, `DISPLAY`), or off-screen, if it names none or none answers; HasDisplay()
+    /// tells. When it names no `XDG_RUNTIME_DIR`, a folder
     /// of its own serves until this object ends. Texts of Qt's own that a dialog can show, such as an edit
     /// control's menu, are German from now on.
     CQtApplication(int& argc, char** argv);
@@ -35,7 +38,8 @@ class NKDT_API CQtApplication {
     CQtApplication(const CQtApplication&) = delete;
     CQtApplication& operator=(const CQtApplication&) = delete;
 
-    /// TRUE if the environment names a display, and no platform without one: a person sees the dialogs.
+    /// TRUE if a person sees the dialogs. As long as there is no application object, that is what the
+    /// environment promises: it names a display, and no platform without one.
     static BOOL HasDisplay() noexcept;
 
   private:
