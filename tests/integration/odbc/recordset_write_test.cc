@@ -298,9 +298,6 @@ TEST_P(RecordsetWriting, WhatAColumnCannotHoldIsRefusedBeforeItIsWritten) {
 }
 
 TEST_P(RecordsetWriting, ARefusalTellsColumnAndReasonApart) {
-    execute(isPostgresql()
-                ? "ALTER TABLE artikel ADD CHECK (lager < 1000)"
-                : "CREATE TRIGGER wache BEFORE UPDATE ON artikel BEGIN SELECT RAISE(ABORT, 'nein'); END");
     openByKey();
     moveTo(1);
     const auto told = [&] {
@@ -318,7 +315,7 @@ TEST_P(RecordsetWriting, ARefusalTellsColumnAndReasonApart) {
     EXPECT_EQ(told(), "klasse|Der Text ist länger als ein Zeichen");
     rs.CancelUpdate();
     rs.Edit();
-    set(stock, 1000);
+    rs.SetFieldNull(&name, TRUE);
     const std::string byTheDatabase = told();
     EXPECT_EQ(byTheDatabase.front(), '|') << "no column is to blame";
     EXPECT_EQ(byTheDatabase.find("Zeile"), std::string::npos) << byTheDatabase;
