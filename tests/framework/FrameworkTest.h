@@ -8,36 +8,13 @@
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <string>
-#include <utility>
 
 #include <gtest/gtest.h>
 
+#include "support/FrameworkExceptions.h"
+
 namespace frameworktest {
-
-struct DeleteException {
-    void operator()(CException* pException) const noexcept { pException->Delete(); }
-};
-using Caught = std::unique_ptr<CException, DeleteException>;
-
-// The framework exception that the body throws, or null.
-template <class Body>
-Caught caught(Body body) {
-    try {
-        body();
-    } catch (CException* pException) {
-        return Caught(pException);
-    }
-    return nullptr;
-}
-
-// TRUE if the body throws an exception of exactly the class E.
-template <class E, class Body>
-bool throws(Body body) {
-    const Caught pException = caught(body);
-    return pException != nullptr && pException->GetRuntimeClass() == RUNTIME_CLASS(E);
-}
 
 inline constexpr int nothingThrown = -1;
 inline constexpr int anotherException = -2;

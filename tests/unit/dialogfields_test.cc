@@ -11,7 +11,10 @@
 #include <gtest/gtest.h>
 
 #include "support/DialogFields.h"
+#include "support/FrameworkExceptions.h"
 #include "unit/ValueTesting.h"
+
+using frameworktest::throws;
 
 namespace {
 
@@ -32,17 +35,6 @@ std::vector<std::string> told(const CDialogFields::Refusals& refusals) {
     return texts;
 }
 const std::vector<std::string> kNothing;
-
-template <class Operation>
-bool isInvalid(Operation&& operation) {
-    try {
-        operation();
-        return false;
-    } catch (CInvalidArgException* exception) {
-        exception->Delete();
-        return true;
-    }
-}
 
 // --- Every class ----------------------------------------------------------------------------------
 
@@ -442,11 +434,11 @@ TEST(BoundFields, RefuseAnIdTwiceAndAClassThatIsNoneOfTheTen) {
     NkDtBool truth;
     Unknown unknown;
     fields.Bind(kFirst, truth);
-    EXPECT_TRUE(isInvalid([&] { fields.Bind(kFirst, truth); }));
-    EXPECT_TRUE(isInvalid([&] { fields.BindCheck(kFirst, truth); }));
-    EXPECT_TRUE(isInvalid([&] { fields.Bind(kSecond, unknown); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { fields.Bind(kFirst, truth); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { fields.BindCheck(kFirst, truth); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { fields.Bind(kSecond, unknown); }));
     const CMemoryDialog dialog;
-    EXPECT_TRUE(isInvalid([&] { (void)fields.IsEdited(dialog, kSecond); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { (void)fields.IsEdited(dialog, kSecond); }));
 }
 
 // --- Check boxes ----------------------------------------------------------------------------------

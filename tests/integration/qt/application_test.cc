@@ -9,6 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include "support/FrameworkExceptions.h"
+
+using frameworktest::throws;
+
 namespace {
 
 /// Takes the variables that decide on the platform out of the environment.
@@ -70,15 +74,7 @@ TEST_F(QtApplication, APlatformThatIsNamedStays) {
 }
 
 TEST_F(QtApplication, ASecondOneIsRefused) {
-    const auto isRefused = [] {
-        try {
-            const CQtApplication second;
-            return false;
-        } catch (CInvalidArgException* exception) {
-            exception->Delete();
-            return true;
-        }
-    };
+    const auto isRefused = [] { return throws<CInvalidArgException>([] { const CQtApplication second; }); };
     {
         const CQtApplication application;
         EXPECT_TRUE(isRefused());
@@ -140,12 +136,7 @@ TEST_F(QtApplication, TheMenuOfAnEditControlIsGerman) {
 }
 
 TEST_F(QtApplication, ADialogWithoutApplicationIsRefused) {
-    try {
-        CQtDialog dialog;
-        FAIL() << "made";
-    } catch (CInvalidArgException* exception) {
-        exception->Delete();
-    }
+    EXPECT_TRUE(throws<CInvalidArgException>([] { const CQtDialog dialog; }));
 }
 
 }  // namespace

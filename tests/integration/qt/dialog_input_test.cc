@@ -1,6 +1,9 @@
 // What a person can enter, and what is told about it.
 
 #include "integration/qt/QtTest.h"
+#include "support/FrameworkExceptions.h"
+
+using frameworktest::throws;
 
 namespace {
 
@@ -256,30 +259,21 @@ TEST_F(QtInput, AReadOnlyControlTakesNothingFromAPerson) {
 }
 
 TEST_F(QtInput, AnIdWithoutSuchAControlIsRefused) {
-    const auto refuses = [](auto&& operation) {
-        try {
-            operation();
-            return false;
-        } catch (CInvalidArgException* exception) {
-            exception->Delete();
-            return true;
-        }
-    };
-    EXPECT_TRUE(refuses([&] { dialog.AddEdit(kText, "Zweiter"); }));
-    EXPECT_TRUE(refuses([&] { dialog.AddCheck(kText, "Zweiter"); }));
-    EXPECT_TRUE(refuses([&] { dialog.SetTextLimit(kBox, 5); }));
-    EXPECT_TRUE(refuses([&] { dialog.SetReadOnly(kBox); }));
-    EXPECT_TRUE(refuses([&] { dialog.EnterText(kBox, "x"); }));
-    EXPECT_TRUE(refuses([&] { dialog.IsModified(99); }));
-    EXPECT_TRUE(refuses([&] { dialog.ShowError(99, "x"); }));
-    EXPECT_TRUE(refuses([&] { dialog.GetWidget(99); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.AddEdit(kText, "Zweiter"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.AddCheck(kText, "Zweiter"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.SetTextLimit(kBox, 5); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.SetReadOnly(kBox); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.EnterText(kBox, "x"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.IsModified(99); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.ShowError(99, "x"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.GetWidget(99); }));
 
     class Unknown : public NkDtLong {
       public:
         NkDtTyps GetDtTyp() const override { return NkDtTypBasis; }
     };
     Unknown value;
-    EXPECT_TRUE(refuses([&] { dialog.AddField(99, "Unbekannt", value); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.AddField(99, "Unbekannt", value); }));
     EXPECT_EQ(dialog.GetDlgItem(99), nullptr);
 }
 

@@ -7,6 +7,9 @@
 #include <optional>
 
 #include "integration/qt/QtTest.h"
+#include "support/FrameworkExceptions.h"
+
+using frameworktest::throws;
 
 namespace {
 
@@ -16,17 +19,6 @@ class QtLifetime : public ::testing::Test {
   protected:
     void SetUp() override { qputenv("QT_QPA_PLATFORM", "offscreen"); }
 };
-
-template <class Operation>
-bool isInvalid(Operation&& operation) {
-    try {
-        operation();
-        return false;
-    } catch (CInvalidArgException* exception) {
-        exception->Delete();
-        return true;
-    }
-}
 
 TEST_F(QtLifetime, ADialogThatOutlivesTheApplicationHasNoWindowAnyMore) {
     NkDtLong number(5);
@@ -40,17 +32,17 @@ TEST_F(QtLifetime, ADialogThatOutlivesTheApplicationHasNoWindowAnyMore) {
 
     EXPECT_EQ(dialog.GetDialog(), nullptr);
     EXPECT_EQ(dialog.GetFocus(), nullptr);
-    EXPECT_TRUE(isInvalid([&] { dialog.GetDlgItemText(1); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.SetDlgItemText(1, "6"); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.EnterText(1, "6"); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.IsDlgButtonChecked(2); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.CheckDlgButton(2, 1); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.ShowError(1, "x"); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.ShowMessage("x"); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.GetWidget(1); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.AddEdit(3, "x"); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.DoModal(); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.SavePicture("x.png"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.GetDlgItemText(1); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.SetDlgItemText(1, "6"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.EnterText(1, "6"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.IsDlgButtonChecked(2); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.CheckDlgButton(2, 1); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.ShowError(1, "x"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.ShowMessage("x"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.GetWidget(1); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.AddEdit(3, "x"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.DoModal(); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.SavePicture("x.png"); }));
     dialog.GetDlgItem(1)->SetFocus();
 }
 
@@ -82,8 +74,8 @@ TEST_F(QtLifetime, AControlThatCannotBeAddedLeavesNothingInTheWindow) {
     dialog.AddCheck(2, "&Lieferbar");
     show(dialog);
     dialog.forgets = true;
-    EXPECT_TRUE(isInvalid([&] { dialog.AddEdit(1, "&Ort"); }));
-    EXPECT_TRUE(isInvalid([&] { dialog.AddCheck(2, "&Aktiv"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.AddEdit(1, "&Ort"); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.AddCheck(2, "&Aktiv"); }));
     dialog.forgets = false;
     EXPECT_EQ(dialog.GetDialog()->findChildren<QLineEdit*>().size(), 1);
     EXPECT_EQ(dialog.GetDialog()->findChildren<QCheckBox*>().size(), 1);
@@ -105,7 +97,7 @@ TEST_F(QtLifetime, AWindowThatTheProgramEndsItselfIsMissing) {
     dialog.AddEdit(1, "&Nummer");
     delete dialog.GetDialog();
     EXPECT_EQ(dialog.GetDialog(), nullptr);
-    EXPECT_TRUE(isInvalid([&] { dialog.GetDlgItemText(1); }));
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { dialog.GetDlgItemText(1); }));
 }
 
 }  // namespace

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include "support/FrameworkExceptions.h"
+
+using frameworktest::throws;
+
 namespace {
 
 // Sets the publisher's module and takes the one before back at its end.
@@ -63,12 +67,8 @@ TEST(NkLanguagePublisher, TellsTheModulesName) {
 TEST(NkLanguagePublisher, RaisesWithoutAModule) {
     const PublishedModule published(nullptr);
     EXPECT_EQ(NkLanguagePublisher::Instance()->GetLangDependentResource(), nullptr);
-    try {
-        NkLanguagePublisher::Instance()->GetLangDependentResourceName();
-        FAIL() << "returned";
-    } catch (CInvalidArgException* exception) {
-        exception->Delete();
-    }
+    EXPECT_TRUE(throws<CInvalidArgException>(
+        [] { NkLanguagePublisher::Instance()->GetLangDependentResourceName(); }));
 }
 
 TEST(NkLanguagePublisher, TakesAnApplicationsOwnModule) {
