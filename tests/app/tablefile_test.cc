@@ -118,7 +118,7 @@ TEST_P(TableFiles, WithSomethingBehindTheEndAreRefused) {
     EXPECT_TRUE(isRefused(exported("1 = 1") + "x"));
 }
 
-TEST_P(TextTableFiles, MayHaveWindowsLineEnds) {
+TEST_P(TextTableFiles, MayHaveLineEndsOfTwoCharacters) {
     std::string content = exported("Nummer = 4711");
     for (std::size_t end = 0; (end = content.find('\n', end)) != std::string::npos; end += 2)
         content.insert(end, "\r");
