@@ -161,7 +161,7 @@ class LockedRow {
             m_row.Update();
             return std::nullopt;
         } catch (CDBException* caught) {
-            const std::optional<RowForm::Refusal> refusal = refusalIn(*caught);
+            std::optional<RowForm::Refusal> refusal = refusalIn(*caught);
             if (!refusal && counts) throw;
             caught->Delete();
             m_row.CancelUpdate();
