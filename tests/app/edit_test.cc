@@ -231,7 +231,7 @@ TEST_P(Edit, FindsARowByAKeyAsSqlWritesItWhereShowDoesNotTellIt) {
     };
     expectFound("DOUBLE PRECISION", "0.125", "0.125");
     expectFound("DOUBLE PRECISION", "-1.5e-7", "-1.5e-07");
-    expectFound("DOUBLE PRECISION", "1e300", "1E+300");
+    if (isPostgresql() || extendedPrecisionWorks()) expectFound("DOUBLE PRECISION", "1e300", "1E+300");
     expectFound("DOUBLE PRECISION", "0.1", "0,1");
     expectFound("DATE", "'2004-03-06'", "2004-03-06");
     expectFound("DATE", "'2004-03-06'", "6.3.2004");
