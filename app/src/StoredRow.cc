@@ -264,7 +264,8 @@ StoredRow::Saved StoredRow::save() {
 StoredRow::Saved StoredRow::saveUnder(Lock kind, const Indices& columns) {
     try {
         CDatabaseTransaction transaction(m_database);
-        if (!lock(kind)) return {Saved::deleted};
+        const bool locked = kind == Lock::byUpdate ? lockByUpdate() : lockWithoutTrace();
+        if (!locked) return {Saved::deleted};
         Saved saved = writeLocked(columns);
         if (saved.outcome == Saved::done) transaction.Commit();
         return saved;
@@ -274,27 +275,32 @@ StoredRow::Saved StoredRow::saveUnder(Lock kind, const Indices& columns) {
     }
 }
 
-// Whether the row could be locked: it may be gone, or the database may mind the update. The rows of a query
-// can be locked as late as when they are fetched.
-bool StoredRow::lock(Lock kind) {
-    const CString table = CDatabase::QuoteName(m_table);
+CString StoredRow::lockingUpdate() const {
     const CString key = CDatabase::QuoteName(m_keyName);
-    const CString update = "UPDATE " + table + " SET " + key + " = " + key + " WHERE ";
-    if (kind == Lock::byUpdate) {
-        try {
-            return m_database.ExecuteSQL(update + m_condition) != 0;
-        } catch (CDBException* caught) {
-            if (!isStatementRefused(*caught)) throw;
-            caught->Delete();
-            return false;
-        }
+    return "UPDATE " + CDatabase::QuoteName(m_table) + " SET " + key + " = " + key + " WHERE ";
+}
+
+// Whether the row could be locked: it may be gone, or the database may mind the update.
+bool StoredRow::lockByUpdate() {
+    try {
+        return m_database.ExecuteSQL(lockingUpdate() + m_condition) != 0;
+    } catch (CDBException* caught) {
+        if (!isStatementRefused(*caught)) throw;
+        caught->Delete();
+        return false;
     }
+}
+
+// SQLite locks the whole file. In other databases, the rows of a query can be locked as late as when they are
+// fetched.
+bool StoredRow::lockWithoutTrace() {
     if (m_database.GetDbms() == CDatabase::sqlite) {
-        m_database.ExecuteSQL(update + "0");  // locks the whole file
+        m_database.ExecuteSQL(lockingUpdate() + "0");
         return true;
     }
     CDatabaseRecordset row(m_database);
-    row.OpenQuery("SELECT " + key + " FROM " + table + " WHERE " + m_condition + " FOR UPDATE");
+    row.OpenQuery("SELECT " + CDatabase::QuoteName(m_keyName) + " FROM " + CDatabase::QuoteName(m_table) +
+                  " WHERE " + m_condition + " FOR UPDATE");
     return row.MoveNext() != FALSE;
 }
 

@@ -78,7 +78,9 @@ class StoredRow {
     bool readBy(const Cell& key);
     Indices modified() const;
     Saved saveUnder(Lock kind, const Indices& columns);
-    bool lock(Lock kind);
+    bool lockByUpdate();
+    bool lockWithoutTrace();
+    CString lockingUpdate() const;
     Saved writeLocked(const Indices& columns);
 
     CDatabase& m_database;

@@ -66,15 +66,7 @@ class FieldOf : public ::testing::Test {
     CDialogFields fields;
 };
 
-using Classes = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtBool, NkDtChar,
-                                 NkDtDateTime, NkDtDateZp, NkDtString, NkDtTime>;
-struct ClassNames {
-    template <class Value>
-    static std::string GetName(int) {
-        return Field<Value>::name;
-    }
-};
-TYPED_TEST_SUITE(FieldOf, Classes, ClassNames);
+TYPED_TEST_SUITE(FieldOf, valuetest::ValueClasses, valuetest::ClassNames);
 
 TYPED_TEST(FieldOf, UntouchedChangesNothing) {
     for (const NkDtWorkingMode mode : kStoredModes) {

@@ -30,6 +30,13 @@ inline void PrintTo(const QString& text, std::ostream* stream) {
 
 namespace qttest {
 
+/// A dialog whose save button a test can press without a screen.
+class TestedDialog : public CQtDialog {
+  public:
+    using CQtDialog::CQtDialog;
+    using CQtDialog::OnOK;
+};
+
 /// The application object of a test program, made before its first test and ended behind the last.
 class Application : public ::testing::Environment {
   public:

@@ -21,24 +21,10 @@ constexpr int kFirst = 1;
 constexpr int kSecond = 2;
 constexpr int kBox = 3;
 
-class TestedDialog : public CQtDialog {
-  public:
-    using CQtDialog::CQtDialog;
-    using CQtDialog::OnOK;
-};
-
 template <class Value>
 class QtFieldOf : public ::testing::Test {};
 
-using Classes = ::testing::Types<NkDtLong, NkDtShort, NkDtDouble, NkDtDecimal, NkDtBool, NkDtChar,
-                                 NkDtDateTime, NkDtDateZp, NkDtString, NkDtTime>;
-struct ClassNames {
-    template <class Value>
-    static std::string GetName(int) {
-        return dialogtest::Field<Value>::name;
-    }
-};
-TYPED_TEST_SUITE(QtFieldOf, Classes, ClassNames);
+TYPED_TEST_SUITE(QtFieldOf, valuetest::ValueClasses, valuetest::ClassNames);
 
 TYPED_TEST(QtFieldOf, EmptiedIsUndefinedAndModified) {
     TypeParam value(dialogtest::Field<TypeParam>::value());

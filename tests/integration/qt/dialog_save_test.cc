@@ -20,12 +20,6 @@ constexpr int kReal = 2;
 constexpr int kDate = 3;
 constexpr int kBox = 4;
 
-class TestedDialog : public CQtDialog {
-  public:
-    using CQtDialog::CQtDialog;
-    using CQtDialog::OnOK;
-};
-
 /// The dialog runs, and a person does something; the dialog is closed afterwards in any case.
 BOOL run(CQtDialog& dialog, const std::function<void()>& person) {
     QTimer::singleShot(0, dialog.GetDialog(), [&] {
